@@ -1,0 +1,35 @@
+// The calls that differ from one operating system to the next, for those that follow POSIX.
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include "platform/system/Process.h"
+#include "platform/system/SharedLibrary.h"
+#include "platform/value/Error.h"
+
+namespace platform {
+namespace {
+
+[[noreturn]] void RaiseLastError(const std::string& path) {
+  const char* reason = dlerror();  // NOLINT(concurrency-mt-unsafe): libraries are loaded on the one session thread
+  throw Error(ErrorNumber::kCannotCreate, "SharedLibrary",
+              "cannot load " + path + ": " + (reason == nullptr ? "unknown reason" : reason));
+}
+
+}  // namespace
+
+std::int32_t ProcessId() { return static_cast<std::int32_t>(getpid()); }
+
+SharedLibrary::SharedLibrary(const std::string& path)
+    : path_(path), handle_(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+  if (handle_ == nullptr) RaiseLastError(path_);
+}
+
+SharedLibrary::~SharedLibrary() { dlclose(handle_); }
+
+void* SharedLibrary::Address(const char* name) const {
+  void* address = dlsym(handle_, name);
+  if (address == nullptr) RaiseLastError(path_);
+  return address;
+}
+
+}  // namespace platform
