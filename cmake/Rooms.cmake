@@ -1,6 +1,7 @@
 # Helpers that the lists of the rooms share.
 
 find_package(GTest CONFIG)
+find_package(rapidcheck CONFIG)
 find_package(benchmark CONFIG)
 find_package(nlohmann_json CONFIG)
 find_package(CLI11 CONFIG)
