@@ -1,6 +1,7 @@
 #include "platform/object/ClassRegistry.h"
 
 #include "platform/rows/Dictionary.h"
+#include "platform/rows/Recordset.h"
 #include "platform/rows/Vector.h"
 #include "platform/value/Convert.h"
 
@@ -10,6 +11,7 @@ ClassRegistry& ClassRegistry::Process() {
   static ClassRegistry registry = [] {
     ClassRegistry foundation;
     foundation.Register(Dictionary::kClassName, [] { return Ref<Object>(MakeRef<Dictionary>()); });
+    foundation.Register(Recordset::kClassName, [] { return Ref<Object>(MakeRef<Recordset>()); });
     foundation.Register(Vector::kClassName, [] { return Ref<Object>(MakeRef<Vector>()); });
     return foundation;
   }();

@@ -38,15 +38,12 @@ class Dictionary final : public Exposed<Dictionary> {
   const std::vector<Entry>& Entries() const { return entries_; }
 
   static constexpr std::string_view kClassName = "RNX.Dictionary";
-  static constexpr auto kOperations =
-      Operations(PropertyGet<&Dictionary::Item>("Item", "Key"),
-                 PropertyPut<&Dictionary::SetItem>("Item", "Key", "Value"),
-                 Method<&Dictionary::Lookup>("Lookup", "Key", "Default"),
-                 Method<&Dictionary::Exists>("Exists", "Key"),
-                 PropertyGet<&Dictionary::Count>("Count"),
-                 PropertyGet<&Dictionary::Key>("Key", "Index"),
-                 Method<&Dictionary::Remove>("Remove", "Key"),
-                 Method<&Dictionary::RemoveAll>("RemoveAll"));
+  static constexpr auto kOperations = Operations(
+      PropertyGet<&Dictionary::Item>("Item", "Key"),
+      PropertyPut<&Dictionary::SetItem>("Item", "Key", "Value"),
+      Method<&Dictionary::Lookup>("Lookup", "Key", "Default"), Method<&Dictionary::Exists>("Exists", "Key"),
+      PropertyGet<&Dictionary::Count>("Count"), PropertyGet<&Dictionary::Key>("Key", "Index"),
+      Method<&Dictionary::Remove>("Remove", "Key"), Method<&Dictionary::RemoveAll>("RemoveAll"));
 
  private:
   struct KeyHash {
@@ -55,7 +52,9 @@ class Dictionary final : public Exposed<Dictionary> {
   };
   struct KeyEqual {
     using is_transparent = void;
-    bool operator()(std::string_view left, std::string_view right) const { return EqualsIgnoreCase(left, right); }
+    bool operator()(std::string_view left, std::string_view right) const {
+      return EqualsIgnoreCase(left, right);
+    }
   };
 
   std::size_t PositionOf(std::string_view key) const;

@@ -160,22 +160,28 @@ class Recordset final : public Exposed<Recordset> {
   friend class RowAppender;
 
   enum class State { kBuilding, kOpen, kClosed };
-  struct View;     // the filter and the rows that meet it
-  struct OldCell;  // a cell as it was before it was written
+  struct View;      // the filter and the rows that meet it
+  struct OldCell {  // a cell as it was before it was written
+    std::size_t column = 0;
+    std::size_t row = 0;
+    Variant value;
+  };
 
   explicit Recordset(std::shared_ptr<RowStore> rows);
 
   void RequireOpen() const;
   void RequireColumn(std::size_t column) const;
-  std::size_t RowToRead() const;
+  void RequireCell(std::size_t column, std::size_t row) const;
+  void TakeOver();
+  std::int64_t PositionOf(const Variant& bookmark) const;
   std::size_t RowToWrite(std::size_t column);
   std::size_t ColumnOf(const Variant& field) const;
 
   State state_ = State::kBuilding;
   bool adding_ = false;
   std::shared_ptr<RowStore> rows_;
-  mutable std::int64_t position_ = 0;   // in the view; kBefore, kAfter outside of it
-  mutable std::unique_ptr<View> view_;  // null without a filter
+  std::int64_t position_ = 0;   // in the view; kBefore, kAfter outside of it
+  std::unique_ptr<View> view_;  // null without a filter
   std::vector<OldCell> oldCells_;
 };
 

@@ -34,7 +34,8 @@ class RowStore {
   std::size_t ClaimTail();
   void ReleaseTail() { tailClaimed_ = false; }
   void AppendTail() {
-    if (++rowCount_ % kRowsPerGroup == 0) AddGroup();
+    if ((rowCount_ + 1) % kRowsPerGroup == 0) AddGroup();
+    ++rowCount_;
   }
   void DropTail();
   void TruncateTo(std::size_t rowCount);
@@ -104,9 +105,10 @@ class RowStore {
  private:
   struct Column {
     FieldType type = FieldType::kText;
-    std::size_t cells = 0;    // where the column starts in a group
-    std::size_t present = 0;  // where its bits start: 1 for a cell that holds a value
-    std::string_view lastText;
+    std::size_t width = 0;
+    std::size_t cells = 0;      // where the column starts in a group
+    std::size_t present = 0;    // where its bits start: 1 for a cell that holds a value
+    std::string_view lastText;  // the text written last, and its id
     TextStore::Id lastId = 0;
   };
 

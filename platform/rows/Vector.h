@@ -18,10 +18,9 @@ class Vector final : public Exposed<Vector> {
   const std::vector<Variant>& Items() const { return items_; }
 
   static constexpr std::string_view kClassName = "RNX.Vector";
-  static constexpr auto kOperations =
-      Operations(Method<&Vector::Add>("Add", "Value"), PropertyGet<&Vector::Count>("Count"),
-                 PropertyGet<&Vector::Item>("Item", "Index"),
-                 PropertyPut<&Vector::SetItem>("Item", "Index", "Value"));
+  static constexpr auto kOperations = Operations(
+      Method<&Vector::Add>("Add", "Value"), PropertyGet<&Vector::Count>("Count"),
+      PropertyGet<&Vector::Item>("Item", "Index"), PropertyPut<&Vector::SetItem>("Item", "Index", "Value"));
 
  private:
   std::size_t Checked(std::int32_t index) const {

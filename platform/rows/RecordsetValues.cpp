@@ -1,0 +1,149 @@
+// Access to the fields of a recordset: by cursor, by row number, and late bound.
+#include <algorithm>
+
+#include "platform/rows/Recordset.h"
+#include "platform/value/Convert.h"
+
+namespace platform {
+namespace {
+
+[[noreturn]] void Raise(ErrorNumber number, const std::string& description) {
+  throw Error(number, "Recordset", description);
+}
+
+[[noreturn]] void RaiseWrongType(const Field& field, std::string_view wanted) {
+  Raise(ErrorNumber::kTypeMismatch, "field " + field.name + " (" + std::string(ToString(field.type)) +
+                                        ") cannot be read as " + std::string(wanted));
+}
+
+[[noreturn]] void RaiseNoColumn(const std::string& column) {
+  Raise(ErrorNumber::kUnknownField, "the recordset has no field number " + column);
+}
+
+bool IsNumberType(FieldType type) { return !IsTextType(type) && type < FieldType::kDate; }
+
+}  // namespace
+
+void Recordset::RequireColumn(std::size_t column) const {
+  if (column >= rows_->Fields().size()) RaiseNoColumn(std::to_string(column));
+}
+
+void Recordset::RequireCell(std::size_t column, std::size_t row) const {
+  RequireOpen();
+  RequireColumn(column);
+  if (row >= rows_->RowCount()) {
+    Raise(ErrorNumber::kNoCurrentRow, "no current row: there is no row number " + std::to_string(row));
+  }
+}
+
+std::size_t Recordset::RowToWrite(std::size_t column) {
+  RequireOpen();
+  RequireColumn(column);
+  if (adding_) return rows_->RowCount();
+  const std::size_t row = CurrentRow();
+  const bool kept = std::ranges::any_of(
+      oldCells_, [&](const OldCell& old) { return old.column == column && old.row == row; });
+  if (!kept) oldCells_.push_back({.column = column, .row = row, .value = rows_->Value(column, row)});
+  return row;
+}
+
+Variant Recordset::Value(std::size_t column) const {
+  RequireOpen();
+  RequireColumn(column);
+  return rows_->Value(column, adding_ ? rows_->RowCount() : CurrentRow());
+}
+
+void Recordset::SetValue(std::size_t column, const Variant& value) {
+  const std::size_t row = RowToWrite(column);
+  rows_->SetValue(column, row, value);
+}
+
+bool Recordset::IsNullAt(std::size_t column, std::size_t row) const {
+  RequireCell(column, row);
+  return rows_->IsNull(column, row);
+}
+
+Variant Recordset::ValueAt(std::size_t column, std::size_t row) const {
+  RequireCell(column, row);
+  return rows_->Value(column, row);
+}
+
+std::string_view Recordset::TextAt(std::size_t column, std::size_t row) const {
+  RequireCell(column, row);
+  if (!IsTextType(rows_->Type(column))) RaiseWrongType(Fields()[column], "text");
+  return rows_->IsNull(column, row) ? std::string_view() : rows_->Text(column, row);
+}
+
+std::int32_t Recordset::IntegerAt(std::size_t column, std::size_t row) const {
+  RequireCell(column, row);
+  const FieldType type = rows_->Type(column);
+  if (!IsNumberType(type)) RaiseWrongType(Fields()[column], "an integer");
+  if (rows_->IsNull(column, row)) return 0;
+  if (type == FieldType::kInt32) return rows_->Cell<std::int32_t>(column, row);
+  if (type == FieldType::kInt16) return rows_->Cell<std::int16_t>(column, row);
+  return ToInt32(rows_->Value(column, row));
+}
+
+double Recordset::DoubleAt(std::size_t column, std::size_t row) const {
+  RequireCell(column, row);
+  const FieldType type = rows_->Type(column);
+  if (!IsNumberType(type)) RaiseWrongType(Fields()[column], "a double");
+  if (rows_->IsNull(column, row)) return 0;
+  if (type == FieldType::kDouble || type == FieldType::kNumeric) return rows_->Cell<double>(column, row);
+  return ToDouble(rows_->Value(column, row));
+}
+
+Currency Recordset::CurrencyAt(std::size_t column, std::size_t row) const {
+  RequireCell(column, row);
+  const FieldType type = rows_->Type(column);
+  if (!IsNumberType(type)) RaiseWrongType(Fields()[column], "an amount");
+  if (rows_->IsNull(column, row)) return {};
+  if (type == FieldType::kCurrency) return rows_->Cell<Currency>(column, row);
+  return ToCurrency(rows_->Value(column, row));
+}
+
+Date Recordset::DateAt(std::size_t column, std::size_t row) const {
+  RequireCell(column, row);
+  if (rows_->Type(column) != FieldType::kDate) RaiseWrongType(Fields()[column], "a date");
+  return rows_->IsNull(column, row) ? Date() : rows_->Cell<Date>(column, row);
+}
+
+bool Recordset::BooleanAt(std::size_t column, std::size_t row) const {
+  RequireCell(column, row);
+  if (rows_->Type(column) != FieldType::kBoolean) RaiseWrongType(Fields()[column], "a boolean");
+  return !rows_->IsNull(column, row) && rows_->Cell<bool>(column, row);
+}
+
+std::size_t Recordset::ColumnOf(const Variant& field) const {
+  if (const auto* name = field.As<std::string>()) return FieldIndex(*name);
+  const std::int32_t index = ToInt32(field);
+  if (index < 0 || index >= FieldCount()) RaiseNoColumn(std::to_string(index));
+  return static_cast<std::size_t>(index);
+}
+
+void Recordset::AppendFieldByName(const std::string& name, const std::string& type,
+                                  const std::optional<std::int32_t>& size) {
+  const std::optional<FieldType> known = FieldTypeFromText(type);
+  if (!known) Raise(ErrorNumber::kBadArgument, "field " + name + ": there is no type '" + type + "'");
+  const std::int32_t width = size.value_or(0);
+  if (width < 0) Raise(ErrorNumber::kBadArgument, "field " + name + ": a size cannot be negative");
+  AppendField(name, *known, static_cast<std::size_t>(width));
+}
+
+Variant Recordset::FieldValue(const Variant& field) const { return Value(ColumnOf(field)); }
+
+void Recordset::SetFieldValue(const Variant& field, const Variant& value) {
+  SetValue(ColumnOf(field), value);
+}
+
+std::string Recordset::FieldName(std::int32_t index) const { return Fields()[ColumnOf(index)].name; }
+
+std::string Recordset::FieldTypeName(std::int32_t index) const {
+  return std::string(ToString(Fields()[ColumnOf(index)].type));
+}
+
+std::int32_t Recordset::FieldSize(std::int32_t index) const {
+  return static_cast<std::int32_t>(Fields()[ColumnOf(index)].width);
+}
+
+}  // namespace platform
