@@ -11,7 +11,20 @@ namespace platform {
 class Form;
 class Frame;
 
-enum class ControlKind { kText, kCombo, kCheck, kOption, kButton, kLabel, kDate, kSpin, kTree, kProgress, kFrame, kEmbedded };
+enum class ControlKind {
+  kText,
+  kCombo,
+  kCheck,
+  kOption,
+  kButton,
+  kLabel,
+  kDate,
+  kSpin,
+  kTree,
+  kProgress,
+  kFrame,
+  kEmbedded
+};
 
 // The kind as hosts and scripts name it: "text", "combo", "check"…
 std::string_view ToString(ControlKind kind);
@@ -35,7 +48,8 @@ struct Place {
 // same event as one that a user sets, since dialogs keep their fields in step that way.
 class Control : public Object {
  public:
-  Control(ControlKind kind, std::string name, int index) : kind_(kind), name_(std::move(name)), index_(index) {}
+  Control(ControlKind kind, std::string name, int index)
+      : kind_(kind), name_(std::move(name)), index_(index) {}
 
   ControlKind GetKind() const { return kind_; }
   const std::string& BaseName() const { return name_; }
@@ -64,8 +78,12 @@ class Control : public Object {
   // Whether the focus can stand in it at all.
   virtual bool TakesFocus() const { return true; }
 
+  // The form that the control stands in; null once the form has ended.
+  Form* Owner() const { return owner_; }
+  void SetOwner(Form* owner) { owner_ = owner; }
   Frame* Container() const { return container_; }
-  void PlaceInside(Frame& container) { container_ = &container; }
+  // Null takes the control out of its frame.
+  void PlaceInside(Frame* container) { container_ = container; }
   const Place& GetPlace() const { return place_; }
   void SetPlace(Place place) { place_ = place; }
 
@@ -76,6 +94,7 @@ class Control : public Object {
   std::function<void()> onLostFocus;
   std::function<void(int& key)> onKeyDown;
   std::function<void(int& character)> onKeyPress;
+  virtual void DropEvents();
 
   std::string ClassName() const override { return std::string(kClassName); }
   Variant Invoke(std::string_view member, CallKind kind, std::span<Variant> arguments) override;
@@ -103,6 +122,7 @@ class Control : public Object {
   std::string tag_;
   bool enabled_ = true;
   bool visible_ = true;
+  Form* owner_ = nullptr;
   Frame* container_ = nullptr;
   Place place_;
 };

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/object/EventSource.h"
+
 namespace platform {
 
 std::string_view ToString(ControlKind kind) {
@@ -40,12 +42,26 @@ void Control::SetValue(const Variant&) {
   throw Error(ErrorNumber::kUnknownMember, "Control", Id() + ": the control has no value to set");
 }
 
+void Control::DropEvents() {
+  onChange = {};
+  onClick = {};
+  onGotFocus = {};
+  onLostFocus = {};
+  onKeyDown = {};
+  onKeyPress = {};
+}
+
 bool Control::IsShown() const { return visible_ && (container_ == nullptr || container_->IsShown()); }
 
 bool Control::IsUsable() const { return enabled_ && (container_ == nullptr || container_->IsUsable()); }
 
 Variant Control::Invoke(std::string_view member, CallKind kind, std::span<Variant> arguments) {
   return InvokeOperation(detail::Described<Control>::kInfo, *this, member, kind, arguments);
+}
+
+void EmbeddedControl::DropEvents() {
+  Control::DropEvents();
+  if (EventSource* events = content_->Events()) events->Listen({});
 }
 
 void TextBox::SetText(std::string_view text) {
@@ -64,6 +80,11 @@ void CheckBox::SetChecked(std::int32_t checked) {
 void CheckBox::SetValue(const Variant& value) {
   const bool flag = value.As<bool>() != nullptr;
   SetChecked(flag ? (ToBoolean(value) ? 1 : 0) : ToInt32(value));
+}
+
+void OptionButton::DropEvents() {
+  Control::DropEvents();
+  onSwitchedOn = {};
 }
 
 void OptionButton::SetOn(bool on) {

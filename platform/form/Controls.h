@@ -52,7 +52,8 @@ class TextBox final : public Control {
 // 0 or 1. Fires onClick when the value becomes another one.
 class CheckBox final : public Control {
  public:
-  explicit CheckBox(std::string name, int index = -1) : Control(ControlKind::kCheck, std::move(name), index) {}
+  explicit CheckBox(std::string name, int index = -1)
+      : Control(ControlKind::kCheck, std::move(name), index) {}
 
   std::int32_t Checked() const { return checked_; }
   // Any number but 0 ticks the box.
@@ -69,7 +70,8 @@ class CheckBox final : public Control {
 // becomes on.
 class OptionButton final : public Control {
  public:
-  explicit OptionButton(std::string name, int index = -1) : Control(ControlKind::kOption, std::move(name), index) {}
+  explicit OptionButton(std::string name, int index = -1)
+      : Control(ControlKind::kOption, std::move(name), index) {}
 
   bool IsOn() const { return on_; }
   void SetOn(bool on);
@@ -77,6 +79,7 @@ class OptionButton final : public Control {
   Variant Value() const override { return on_; }
   void SetValue(const Variant& value) override { SetOn(ToBoolean(value)); }
 
+  void DropEvents() override;
   // Set by the form: switches the other buttons of the group off.
   std::function<void()> onSwitchedOn;
 
@@ -93,7 +96,8 @@ class ComboBox final : public Control {
     std::int32_t data = 0;
   };
 
-  explicit ComboBox(std::string name, int index = -1) : Control(ControlKind::kCombo, std::move(name), index) {}
+  explicit ComboBox(std::string name, int index = -1)
+      : Control(ControlKind::kCombo, std::move(name), index) {}
 
   const std::vector<Entry>& Entries() const { return entries_; }
   std::int32_t EntryCount() const { return static_cast<std::int32_t>(entries_.size()); }
@@ -124,7 +128,8 @@ class ComboBox final : public Control {
 // Fires onChange when the value becomes another one. A user cannot choose a day before the minimum; code can.
 class DatePicker final : public Control {
  public:
-  explicit DatePicker(std::string name, int index = -1) : Control(ControlKind::kDate, std::move(name), index) {}
+  explicit DatePicker(std::string name, int index = -1)
+      : Control(ControlKind::kDate, std::move(name), index) {}
 
   Date GetDate() const { return date_; }
   void SetDate(Date date);
@@ -172,6 +177,8 @@ class EmbeddedControl final : public Control {
         content_(std::move(content)),
         settings_(std::move(settings)) {}
   bool TakesFocus() const override { return false; }
+  // Stops listening to the content's events as well.
+  void DropEvents() override;
   Object& Content() const { return *content_; }
   const Ref<Dictionary>& Settings() const { return settings_; }
 

@@ -6,6 +6,14 @@
 
 namespace platform {
 
+Form::~Form() {
+  for (const auto& control : controls_) {
+    control->SetOwner(nullptr);
+    control->PlaceInside(nullptr);
+    control->DropEvents();
+  }
+}
+
 void Form::EnsureLoaded() {
   if (loaded_) return;
   loaded_ = true;
@@ -32,8 +40,8 @@ void Form::Unload() {
 }
 
 Control* Form::Find(std::string_view id) const {
-  const auto found =
-      std::ranges::find_if(controls_, [&](const auto& control) { return EqualsIgnoreCase(control->Id(), id); });
+  const auto found = std::ranges::find_if(
+      controls_, [&](const auto& control) { return EqualsIgnoreCase(control->Id(), id); });
   return found == controls_.end() ? nullptr : found->Get();
 }
 
@@ -65,8 +73,9 @@ void Form::SetFocus(Control* control) {
 void Form::FocusNext() {
   const auto current =
       std::ranges::find_if(controls_, [this](const auto& control) { return control.Get() == focus_; });
-  const std::size_t start =
-      current == controls_.end() ? controls_.size() - 1 : static_cast<std::size_t>(current - controls_.begin());
+  const std::size_t start = current == controls_.end()
+                                ? controls_.size() - 1
+                                : static_cast<std::size_t>(current - controls_.begin());
   for (std::size_t step = 1; step <= controls_.size(); ++step) {
     Control& candidate = *controls_[(start + step) % controls_.size()];
     if (!candidate.TakesFocus() || !candidate.IsShown() || !candidate.IsUsable()) continue;
@@ -78,6 +87,7 @@ void Form::Adopt(const Ref<Control>& control) {
   if (auto* option = dynamic_cast<OptionButton*>(control.Get())) {
     option->onSwitchedOn = [this, option] { SwitchOffOthers(*option); };
   }
+  control->SetOwner(this);
   controls_.push_back(control);
 }
 
@@ -93,7 +103,8 @@ Variant Form::Invoke(std::string_view member, CallKind kind, std::span<Variant> 
     if (EqualsIgnoreCase(member, "Name")) return name_;
     if (EqualsIgnoreCase(member, "Caption")) return caption_;
   }
-  throw Error(ErrorNumber::kUnknownMember, name_, name_ + "." + std::string(member) + ": the form has no such member");
+  throw Error(ErrorNumber::kUnknownMember, name_,
+              name_ + "." + std::string(member) + ": the form has no such member");
 }
 
 }  // namespace platform

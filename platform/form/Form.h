@@ -19,6 +19,12 @@ enum class FormRole { kDialog, kProgress };
 class Form : public Object {
  public:
   explicit Form(std::string name, FormRole role = FormRole::kDialog) : name_(std::move(name)), role_(role) {}
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+  Form(Form&&) = delete;
+  Form& operator=(Form&&) = delete;
+  // Controls that others still hold lose their form, and with it their events.
+  ~Form() override;
 
   const std::string& Name() const { return name_; }
   FormRole Role() const { return role_; }

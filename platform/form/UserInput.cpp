@@ -12,14 +12,16 @@ struct NamedKey {
 };
 
 constexpr std::array kNamedKeys = {
-    NamedKey{"Enter", kKeyEnter, true}, NamedKey{"Tab", kKeyTab, true}, NamedKey{"F7", kKeyF7, false},
+    NamedKey{"Enter", kKeyEnter, true},
+    NamedKey{"Tab", kKeyTab, true},
+    NamedKey{"F7", kKeyF7, false},
     NamedKey{"F8", kKeyF8, false},
 };
 
 [[noreturn]] void NotUnderstood(const Control& control, std::string_view action) {
   throw Error(ErrorNumber::kInvalidCall, "UserInput",
-              control.Id() + ": a control of kind " + std::string(ToString(control.GetKind())) + " cannot be " +
-                  std::string(action));
+              control.Id() + ": a control of kind " + std::string(ToString(control.GetKind())) +
+                  " cannot be " + std::string(action));
 }
 
 // One UTF-8 character as its code point; -1 when the text is not exactly one character.
@@ -127,7 +129,8 @@ UserInput::Outcome UserInput::PressKey(std::string_view id, std::string_view key
     if (!text->ReadOnly()) text->SetText(text->Text() + std::string(key));
   } else if (auto* button = dynamic_cast<Button*>(&control)) {
     if (character == kKeyEnter || character == kKeySpace) button->Click();
-  } else if (character == kKeySpace && (control.GetKind() == ControlKind::kCheck || control.GetKind() == ControlKind::kOption)) {
+  } else if (character == kKeySpace &&
+             (control.GetKind() == ControlKind::kCheck || control.GetKind() == ControlKind::kOption)) {
     return Click(id);
   }
   return std::nullopt;

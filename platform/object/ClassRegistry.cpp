@@ -22,7 +22,9 @@ void ClassRegistry::Register(std::string_view programmaticId, Factory factory) {
   factories_[ToLowerAscii(programmaticId)] = std::move(factory);
 }
 
-void ClassRegistry::Unregister(std::string_view programmaticId) { factories_.erase(ToLowerAscii(programmaticId)); }
+void ClassRegistry::Unregister(std::string_view programmaticId) {
+  factories_.erase(ToLowerAscii(programmaticId));
+}
 
 bool ClassRegistry::IsRegistered(std::string_view programmaticId) const {
   return factories_.contains(ToLowerAscii(programmaticId));
@@ -38,9 +40,12 @@ Ref<Object> ClassRegistry::Create(std::string_view programmaticId) const {
   if (fallback_) {
     if (Ref<Object> object = fallback_(programmaticId)) return object;
   }
-  throw Error(ErrorNumber::kCannotCreate, "ClassRegistry", "class not registered: " + std::string(programmaticId));
+  throw Error(ErrorNumber::kCannotCreate, "ClassRegistry",
+              "class not registered: " + std::string(programmaticId));
 }
 
-Ref<Object> CreateObject(std::string_view programmaticId) { return ClassRegistry::Process().Create(programmaticId); }
+Ref<Object> CreateObject(std::string_view programmaticId) {
+  return ClassRegistry::Process().Create(programmaticId);
+}
 
 }  // namespace platform

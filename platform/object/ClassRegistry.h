@@ -17,7 +17,8 @@ class ClassRegistry {
   // Answers a programmatic id that it serves, and null for any other.
   using Resolver = std::function<Ref<Object>(std::string_view programmaticId)>;
 
-  // The process's registry. The foundation's own classes (Dictionary, Vector, Recordset) stand in it from the start.
+  // The process's registry. The foundation's own classes (Dictionary, Vector, Recordset) stand in it from the
+  // start.
   static ClassRegistry& Process();
 
   void Register(std::string_view programmaticId, Factory factory);

@@ -14,7 +14,8 @@ LoadedComponent::LoadedComponent(const std::string& path)
     static_cast<std::vector<ComponentClass>*>(context)->push_back(served);
   };
   if (registerServer(remember, &classes_) != kServerOk) {
-    throw Error(ErrorNumber::kCannotCreate, "LoadedComponent", "the component " + path + " refuses to register");
+    throw Error(ErrorNumber::kCannotCreate, "LoadedComponent",
+                "the component " + path + " refuses to register");
   }
 }
 

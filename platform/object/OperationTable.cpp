@@ -29,15 +29,16 @@ void RaiseBadArgument(const ArgumentPlace& place, std::size_t position, const Er
 
 void RaiseWrongObject(const Variant& value) {
   const auto* object = value.As<Ref<Object>>();
-  const std::string found =
-      object == nullptr ? std::string(ToString(value.GetKind())) : "an object of class " + (*object)->ClassName();
+  const std::string found = object == nullptr ? std::string(ToString(value.GetKind()))
+                                              : "an object of class " + (*object)->ClassName();
   throw Error(ErrorNumber::kTypeMismatch, "Argument", "type mismatch: " + found + " does not fit here");
 }
 
 }  // namespace detail
 
 std::size_t Operation::RequiredCount() const {
-  return static_cast<std::size_t>(std::ranges::count_if(parameters, [](const Parameter& p) { return !p.optional; }));
+  return static_cast<std::size_t>(
+      std::ranges::count_if(parameters, [](const Parameter& p) { return !p.optional; }));
 }
 
 const Operation* ClassInfo::Find(std::string_view member, CallKind kind) const {
@@ -59,9 +60,9 @@ Variant InvokeOperation(const ClassInfo& info, Object& self, std::string_view me
     throw Error(ErrorNumber::kUnknownMember, std::string(info.name),
                 Place(info.name, member) + ": the object has no such " +
                     (kind == CallKind::kMethod ? "method" : "property") + " that can be " +
-                    (kind == CallKind::kMethod  ? "called"
-                     : kind == CallKind::kGet ? "read"
-                                              : "written"));
+                    (kind == CallKind::kMethod ? "called"
+                     : kind == CallKind::kGet  ? "read"
+                                               : "written"));
   }
   if (arguments.size() > operation->parameters.size() || arguments.size() < operation->RequiredCount()) {
     throw Error(ErrorNumber::kArgumentCount, std::string(info.name),

@@ -101,7 +101,7 @@ template <class C, auto Member>
 Variant CallThrough(Object& self, const Operation& operation, std::string_view className,
                     std::span<Variant> arguments) {
   using Sig = Signature<decltype(Member)>;
-  return [&]<std::size_t... I>(std::index_sequence<I...>) -> Variant {
+  return [&]<std::size_t... I>(std::index_sequence<I...>)->Variant {
     [[maybe_unused]] const ArgumentPlace place{className, operation.name};
     using Bound = std::tuple<Argument<std::tuple_element_t<I, typename Sig::Parameters>>...>;
     Bound bound{Argument<std::tuple_element_t<I, typename Sig::Parameters>>(
@@ -116,7 +116,8 @@ Variant CallThrough(Object& self, const Operation& operation, std::string_view c
     } else {
       return Variant(run());
     }
-  }(std::make_index_sequence<Sig::kArity>{});
+  }
+  (std::make_index_sequence<Sig::kArity>{});
 }
 
 template <auto Member, std::size_t... I>
@@ -139,7 +140,8 @@ struct Described {
   template <std::size_t I>
   static constexpr auto kParameters = []<auto Member>(const OperationEntry<Member>& entry) {
     return DescribeParameters(entry, std::make_index_sequence<Signature<decltype(Member)>::kArity>{});
-  }(std::get<I>(kTable));
+  }
+  (std::get<I>(kTable));
 
   template <std::size_t I>
   static constexpr Operation Describe() {
@@ -149,12 +151,14 @@ struct Described {
                        .result = kTypeOf<typename Signature<decltype(Member)>::Result>,
                        .parameters = kParameters<I>,
                        .call = &CallThrough<C, Member>};
-    }(std::get<I>(kTable));
+    }
+    (std::get<I>(kTable));
   }
 
   static constexpr auto kOperations = []<std::size_t... I>(std::index_sequence<I...>) {
     return std::array<Operation, kCount>{Describe<I>()...};
-  }(std::make_index_sequence<kCount>{});
+  }
+  (std::make_index_sequence<kCount>{});
 
   static constexpr auto kBuckets = [] {
     static_assert(kCount < 255, "an operation's position must fit in a bucket");
@@ -174,7 +178,8 @@ struct Described {
 
 // The table itself, written in the class:
 //   static constexpr std::string_view kClassName = "TOVStockRpt.Rpt10414";
-//   static constexpr auto kOperations = Operations(PropertyPut<&Rpt10414::SetExtFirter>("ExtFirter", "text"), …);
+//   static constexpr auto kOperations = Operations(PropertyPut<&Rpt10414::SetExtFirter>("ExtFirter", "text"),
+//   …);
 template <class... Entries>
 constexpr std::tuple<Entries...> Operations(Entries... entries) {
   return {entries...};

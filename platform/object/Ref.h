@@ -19,8 +19,8 @@ class Ref {
   Ref(const Ref& other) : object_(other.object_) { Hold(); }
   Ref(Ref&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
   template <class U>
-    requires std::convertible_to<U*, T*>
-  Ref(const Ref<U>& other) : object_(other.Get()) {  // NOLINT(google-explicit-constructor): derived to base
+  requires std::convertible_to<U*, T*> Ref(const Ref<U>& other)
+      : object_(other.Get()) {  // NOLINT(google-explicit-constructor): derived to base
     Hold();
   }
   ~Ref() {

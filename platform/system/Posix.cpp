@@ -10,7 +10,8 @@ namespace platform {
 namespace {
 
 [[noreturn]] void RaiseLastError(const std::string& path) {
-  const char* reason = dlerror();  // NOLINT(concurrency-mt-unsafe): libraries are loaded on the one session thread
+  const char* reason =
+      dlerror();  // NOLINT(concurrency-mt-unsafe): libraries are loaded on the one session thread
   throw Error(ErrorNumber::kCannotCreate, "SharedLibrary",
               "cannot load " + path + ": " + (reason == nullptr ? "unknown reason" : reason));
 }

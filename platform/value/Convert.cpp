@@ -15,13 +15,16 @@ namespace {
 [[noreturn]] void Mismatch(const Variant& value, std::string_view wanted) {
   std::string what(ToString(value.GetKind()));
   if (const auto* text = value.As<std::string>()) what += " '" + *text + "'";
-  throw Error(ErrorNumber::kTypeMismatch, "Convert", "type mismatch: " + what + " is no " + std::string(wanted));
+  throw Error(ErrorNumber::kTypeMismatch, "Convert",
+              "type mismatch: " + what + " is no " + std::string(wanted));
 }
 
 template <class... Handlers>
 struct Cases : Handlers... {
   using Handlers::operator()...;
 };
+template <class... Handlers>
+Cases(Handlers...) -> Cases<Handlers...>;  // clang 14 does not deduce aggregates by itself
 
 std::optional<double> ParseNumber(std::string_view text) {
   text = TrimBlanks(text);
@@ -43,8 +46,8 @@ Integer Narrow(const Variant& value, std::string_view wanted) {
   auto checked = [](auto number) -> Integer {
     if (!std::in_range<Integer>(number)) {
       throw Error(ErrorNumber::kOverflow, "Convert",
-                  "overflow: " + std::to_string(number) + " does not fit in " + std::to_string(sizeof(Integer) * 8) +
-                      " bits");
+                  "overflow: " + std::to_string(number) + " does not fit in " +
+                      std::to_string(sizeof(Integer) * 8) + " bits");
     }
     return static_cast<Integer>(number);
   };
@@ -200,7 +203,8 @@ bool IsNumeric(const Variant& value) {
 
 double LeadingNumber(std::string_view text) {
   std::string digits;  // the text without its blanks, which this reading passes over
-  std::ranges::copy_if(text, std::back_inserter(digits), [](char c) { return c != ' ' && c != '\t' && c != '\n'; });
+  std::ranges::copy_if(text, std::back_inserter(digits),
+                       [](char c) { return c != ' ' && c != '\t' && c != '\n'; });
   std::string_view rest = digits;
   if (!rest.empty() && rest.front() == '+') rest.remove_prefix(1);
   const std::size_t first = !rest.empty() && rest.front() == '-' ? 1 : 0;

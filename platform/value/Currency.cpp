@@ -9,10 +9,13 @@
 namespace platform {
 namespace {
 
-[[noreturn]] void Overflow() { throw Error(ErrorNumber::kOverflow, "Currency", "overflow: the amount does not fit"); }
+[[noreturn]] void Overflow() {
+  throw Error(ErrorNumber::kOverflow, "Currency", "overflow: the amount does not fit");
+}
 
 [[noreturn]] void NoNumber(std::string_view text) {
-  throw Error(ErrorNumber::kTypeMismatch, "Currency", "type mismatch: '" + std::string(text) + "' is no amount");
+  throw Error(ErrorNumber::kTypeMismatch, "Currency",
+              "type mismatch: '" + std::string(text) + "' is no amount");
 }
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -25,7 +28,8 @@ std::int64_t WithSign(std::uint64_t magnitude, bool negative) {
   constexpr auto kTop = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
   if (magnitude > kTop + (negative ? 1U : 0U)) Overflow();
   if (!negative) return static_cast<std::int64_t>(magnitude);
-  return magnitude == kTop + 1 ? std::numeric_limits<std::int64_t>::min() : -static_cast<std::int64_t>(magnitude);
+  return magnitude == kTop + 1 ? std::numeric_limits<std::int64_t>::min()
+                               : -static_cast<std::int64_t>(magnitude);
 }
 
 struct Wide {
@@ -110,7 +114,8 @@ Currency Currency::FromText(std::string_view text) {
   for (const char c : decimals) {
     if (!IsDigit(c)) NoNumber(text);
   }
-  for (std::size_t i = 0; i < 4; ++i) append(i < decimals.size() ? static_cast<unsigned>(decimals[i] - '0') : 0U);
+  for (std::size_t i = 0; i < 4; ++i)
+    append(i < decimals.size() ? static_cast<unsigned>(decimals[i] - '0') : 0U);
   if (decimals.size() > 4) {
     const bool beyondHalf = decimals.find_first_not_of('0', 5) != std::string_view::npos;
     const bool odd = units % 2 != 0;

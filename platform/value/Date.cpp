@@ -49,7 +49,8 @@ Date Date::Of(int year, int month, int day, int hour, int minute, int second) {
 std::optional<Date> Date::FromCalendar(int year, int month, int day, int hour, int minute, int second) {
   if (year < 100 || year > 9999 || month < 1 || month > 12 || day < 1 || day > 31) return std::nullopt;
   if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59) return std::nullopt;
-  const std::chrono::year_month_day civil{std::chrono::year(year), std::chrono::month(static_cast<unsigned>(month)),
+  const std::chrono::year_month_day civil{std::chrono::year(year),
+                                          std::chrono::month(static_cast<unsigned>(month)),
                                           std::chrono::day(static_cast<unsigned>(day))};
   if (!civil.ok()) return std::nullopt;
   const auto sinceEpoch = std::chrono::sys_days(civil).time_since_epoch().count();

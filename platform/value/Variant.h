@@ -55,8 +55,7 @@ class Variant {
   Variant(Null value) : value_(value) {}
   Variant(Missing value) : value_(value) {}
   template <class T>
-    requires std::is_same_v<T, bool>
-  Variant(T value) : value_(value) {}
+  requires std::is_same_v<T, bool> Variant(T value) : value_(value) {}
   Variant(std::int16_t value) : value_(value) {}
   Variant(std::int32_t value) : value_(value) {}
   Variant(std::int64_t value) : value_(value) {}
@@ -68,8 +67,7 @@ class Variant {
   Variant(const char* value) : value_(std::string(value)) {}
   Variant(std::nullptr_t) : value_(Ref<Object>()) {}
   template <class T>
-    requires std::is_base_of_v<Object, T>
-  Variant(const Ref<T>& value) : value_(Ref<Object>(value)) {}
+  requires std::is_base_of_v<Object, T> Variant(const Ref<T>& value) : value_(Ref<Object>(value)) {}
   // NOLINTEND(google-explicit-constructor)
 
   Kind GetKind() const { return static_cast<Kind>(value_.index()); }

@@ -1,0 +1,227 @@
+#include "component/filter/FilterDialog.h"
+
+#include <algorithm>
+
+#include "component/frame/MParse.h"
+#include "component/frame/ProcessState.h"
+#include "component/frame/SysObjects.h"
+#include "component/frame/VEZPublic.h"
+#include "platform/form/Screen.h"
+#include "platform/object/ClassRegistry.h"
+#include "platform/object/EventSource.h"
+
+namespace component {
+namespace {
+
+using platform::Button;
+using platform::CheckBox;
+using platform::ComboBox;
+using platform::Control;
+using platform::DatePicker;
+using platform::Dictionary;
+using platform::Label;
+using platform::MakeRef;
+using platform::Object;
+using platform::OptionButton;
+using platform::Ref;
+using platform::TextBox;
+using platform::Variant;
+
+// Pushes the field name of a sort entry out of sight in the drop-down list.
+const std::string kSortSeparator = std::string(50, ' ') + "|";
+
+bool DrivesRules(FieldKind kind) { return kind != FieldKind::kText && kind != FieldKind::kDate; }
+
+std::string IdOf(const DialogField& field) {
+  return field.index < 0 ? std::string(field.control)
+                         : std::string(field.control) + "(" + std::to_string(field.index) + ")";
+}
+
+}  // namespace
+
+FilterDialog::FilterDialog(std::string name, std::span<const DialogField> fields,
+                           std::string_view filterControlId)
+    : Form(std::move(name)), fields_(fields), filterControlId_(filterControlId) {
+  int row = 0;
+  for (const DialogField& field : fields_) {
+    BuildField(field);
+    // A field labelled "to" stands beside the "from" field before it.
+    const bool sameRow = field.label.starts_with("至");
+    if (!sameRow) ++row;
+    ControlOf(field)->SetPlace({.row = row, .column = sameRow ? 1 : 0});
+  }
+}
+
+void FilterDialog::BuildField(const DialogField& field) {
+  const std::string name(field.control);
+  const bool labelled = field.kind != FieldKind::kCheck && field.kind != FieldKind::kOption;
+  if (labelled) Add<Label>("lbl_" + name, field.index).SetCaption(ResString(field.label));
+  Control* control = nullptr;
+  switch (field.kind) {
+    case FieldKind::kText:
+      control = &Add<TextBox>(name, field.index);
+      break;
+    case FieldKind::kDate:
+      control = &Add<DatePicker>(name, field.index);
+      break;
+    case FieldKind::kCheck:
+      control = &Add<CheckBox>(name, field.index);
+      break;
+    case FieldKind::kOption:
+      control = &Add<OptionButton>(name, field.index);
+      break;
+    case FieldKind::kCombo:
+      control = &Add<ComboBox>(name, field.index);
+      break;
+  }
+  if (!labelled) control->SetCaption(ResString(field.label));
+  control->SetTag(std::string(field.key));
+  if (field.kind == FieldKind::kCheck || field.kind == FieldKind::kOption) ResetField(field);
+  if (field.dataType == kNoDataType) return;
+
+  const std::int32_t index = field.index;
+  control->onKeyDown = [this, index](int& key) {
+    if (key != platform::kKeyF7 && key != platform::kKeyF8) return;
+    keyMark_ = key;
+    LookUpInto(index);
+  };
+  Button& button = Add<Button>("cmdItem", field.index);
+  button.SetCaption("…");
+  button.onClick = [this, index] { LookUpInto(index); };
+}
+
+Ref<Control> FilterDialog::ControlOf(const DialogField& field) const {
+  return Ref<Control>(Find(IdOf(field)));
+}
+
+// A function key in a code field and the button beside it come to the same.
+void FilterDialog::LookUpInto(std::int32_t index) {
+  const auto field = std::ranges::find_if(
+      fields_, [index](const DialogField& f) { return f.dataType != kNoDataType && f.index == index; });
+  if (field == fields_.end()) return;
+  if (keyMark_ == 0 || keyMark_ == platform::kKeyF7 || keyMark_ == platform::kKeyF8) {
+    auto& text = Field<TextBox>(IdOf(*field));
+    if (const Ref<Object> lookup = LookupBaseData(field->dataType, text.Text(), "", 1)) {
+      Object& chosen = lookup->Get("ReturnObject").AsObject();
+      const bool isLong = ProcessState::Get().isLongNumber;
+      text.SetText(platform::ToText(chosen.Get(isLong ? "Number" : "FShortNumber")));
+      platform::Screen::Current().RunPendingEvents();
+    }
+  }
+  keyMark_ = 0;
+}
+
+void FilterDialog::OnKeyDown(int& key) {
+  if (key == platform::kKeyEnter) FocusNext();
+}
+
+void FilterDialog::OnKeyPress(int& character) {
+  if (character == platform::kKeyEnter || character == platform::kKeyQuote) character = 0;
+}
+
+Variant FilterDialog::Invoke(std::string_view member, platform::CallKind kind, std::span<Variant> arguments) {
+  if (kind != platform::CallKind::kPut && arguments.empty()) {
+    if (platform::EqualsIgnoreCase(member, "RptID")) return rptId_;
+    if (platform::EqualsIgnoreCase(member, "Result")) return result_;
+  }
+  return Form::Invoke(member, kind, arguments);
+}
+
+void FilterDialog::CreateFilterControl(const std::string& controlName, const Ref<Dictionary>& settings) {
+  if (FirstEmbedded() != nullptr) return;
+  const Ref<Object> content = platform::CreateObject(filterControlId_);
+  Add<platform::EmbeddedControl>(controlName, content, settings);
+  if (platform::EventSource* events = content->Events()) {
+    events->Listen(
+        [this](std::string_view event, std::span<Variant> arguments) { OnFilterEvent(event, arguments); });
+  }
+}
+
+void FilterDialog::NewResult() {
+  result_ = MakeRef<Dictionary>();
+  result_->Set("OK", false);
+}
+
+void FilterDialog::WriteUserID(Dictionary& filter) const { filter.Set("UserID", std::int32_t{GetUserID()}); }
+
+void FilterDialog::SetFieldValue(Control& control, FieldKind kind, const Variant& value) {
+  switch (kind) {
+    case FieldKind::kText:
+      control.SetValue(platform::ToText(value));
+      break;
+    case FieldKind::kDate:
+      if (platform::IsDate(value)) control.SetValue(platform::ToDate(value));
+      break;
+    case FieldKind::kCheck:
+      control.SetValue(platform::IsNumeric(value) ? Variant(platform::ToInt32(value))
+                                                  : Variant(platform::ToBoolean(value)));
+      break;
+    case FieldKind::kOption:
+      control.SetValue(platform::ToBoolean(value));
+      break;
+    case FieldKind::kCombo:
+      control.SetValue(platform::ToInt32(value));
+      break;
+  }
+}
+
+void FilterDialog::ResetField(const DialogField& field) const {
+  Control& control = *ControlOf(field);
+  switch (field.kind) {
+    case FieldKind::kText:
+      control.SetValue("");
+      break;
+    case FieldKind::kDate:
+      if (field.date == DateDefault::kToday) control.SetValue(platform::Clock::Today());
+      if (field.date == DateDefault::kPeriodFirstDay)
+        control.SetValue(platform::ToDate(GetCurrentPeriodFirstDay()));
+      break;
+    case FieldKind::kOption:
+      if (field.standard != 0) control.SetValue(true);  // which switches the others of its group off
+      break;
+    case FieldKind::kCheck:
+    case FieldKind::kCombo:
+      control.SetValue(field.standard);
+      break;
+  }
+}
+
+void FilterDialog::ResetFieldValues() {
+  for (const DialogField& field : fields_) {
+    if (!field.key.empty()) ResetField(field);
+  }
+}
+
+void FilterDialog::LoadFieldValues(const std::function<Variant(const DialogField& field)>& read) {
+  std::vector<Variant> values(fields_.size(), platform::Missing());
+  for (std::size_t i = 0; i < fields_.size(); ++i) {
+    if (fields_[i].key.empty()) continue;
+    platform::SkipErrors([&] { values[i] = read(fields_[i]); });
+  }
+  for (const bool drivers : {true, false}) {
+    for (std::size_t i = 0; i < fields_.size(); ++i) {
+      if (values[i].IsMissing() || DrivesRules(fields_[i].kind) != drivers) continue;
+      platform::SkipErrors([&] { SetFieldValue(*ControlOf(fields_[i]), fields_[i].kind, values[i]); });
+    }
+  }
+}
+
+void FilterDialog::FillSort(ComboBox& combo, std::span<const SortChoice> choices) {
+  combo.Clear();
+  for (const SortChoice& choice : choices) {
+    combo.AddEntry(ResString(choice.caption) + kSortSeparator + std::string(choice.field));
+  }
+  combo.SetListIndex(0);
+}
+
+std::string FilterDialog::OrderByText(const ComboBox& combo, bool ascending) {
+  const std::string entry = combo.Text();
+  const std::size_t bar = entry.find('|');
+  if (bar == std::string::npos) {
+    throw platform::Error(platform::ErrorNumber::kSubscriptOutOfRange, "OrderBy", "no sort entry is chosen");
+  }
+  const std::string field = entry.substr(bar + 1, entry.find('|', bar + 1) - bar - 1);
+  return field + (ascending ? " ASC " : " DESC ");
+}
+
+}  // namespace component
