@@ -56,7 +56,7 @@ Variant InvokeOperation(const ClassInfo& info, Object& self, std::string_view me
 template <auto Member>
 struct OperationEntry {
   using Signature = detail::Signature<decltype(Member)>;
-  CallKind kind;
+  CallKind kind = CallKind::kMethod;
   std::string_view name;
   std::array<std::string_view, Signature::kArity> parameters;
 };
