@@ -1,0 +1,1 @@
+t1.FBatchNo >='01.001' And FBatchNo Like 'O''B%' AND FQty<>0 

@@ -1,0 +1,2 @@
+select distinct a.FItemID,a.FNumber from t_Item  a inner join t_Item b on a.FItemID=b.FParentID
+where a.FItemClassID=5 and charindex(b.FRightUserID,'12')>0 and a.FItemID not in(select FParentID from t_Item where FItemID in(1,2) and charindex(FRightUserID,'12')>0 ) order by a.FNumber 

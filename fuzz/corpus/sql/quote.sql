@@ -1,0 +1,1 @@
+t1.FBatchNo ='x' or '1'='1

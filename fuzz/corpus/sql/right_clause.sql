@@ -1,0 +1,1 @@
+ (CharIndex('12',t4.FRightUserID)>0 OR ISNULL(t4.FItemID,0)=0) 

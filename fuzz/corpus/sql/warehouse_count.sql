@@ -1,0 +1,1 @@
+select count(*) as FStockCount from t_Stock
