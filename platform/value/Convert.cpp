@@ -41,6 +41,19 @@ std::optional<double> ParseNumber(std::string_view text) {
   return number;
 }
 
+// The whole number that a text is, exactly: beyond 2^53 a double would not hold it.
+std::optional<std::int64_t> ParseInteger(std::string_view text) {
+  text = TrimBlanks(text);
+  std::int64_t number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return number;
+}
+
+std::int64_t RoundToWhole(Currency amount) {
+  return MultiplyDivide(amount, 1, Currency::kScale).Units();  // the units of the quotient are whole ones
+}
+
 template <class Integer>
 Integer Narrow(const Variant& value, std::string_view wanted) {
   auto checked = [](auto number) -> Integer {
@@ -54,6 +67,10 @@ Integer Narrow(const Variant& value, std::string_view wanted) {
   if (const auto* number = value.As<std::int16_t>()) return checked(*number);
   if (const auto* number = value.As<std::int32_t>()) return checked(*number);
   if (const auto* number = value.As<std::int64_t>()) return checked(*number);
+  if (const auto* amount = value.As<Currency>()) return checked(RoundToWhole(*amount));
+  if (const auto* text = value.As<std::string>()) {
+    if (const std::optional<std::int64_t> number = ParseInteger(*text)) return checked(*number);
+  }
   if (value.IsNull() || value.IsObject() || value.IsMissing()) Mismatch(value, wanted);
 
   const double number = std::nearbyint(ToDouble(value));
@@ -206,8 +223,9 @@ double LeadingNumber(std::string_view text) {
   std::ranges::copy_if(text, std::back_inserter(digits),
                        [](char c) { return c != ' ' && c != '\t' && c != '\n'; });
   std::string_view rest = digits;
-  if (!rest.empty() && rest.front() == '+') rest.remove_prefix(1);
-  const std::size_t first = !rest.empty() && rest.front() == '-' ? 1 : 0;
+  const bool plus = !rest.empty() && rest.front() == '+';
+  if (plus) rest.remove_prefix(1);
+  const std::size_t first = !plus && !rest.empty() && rest.front() == '-' ? 1 : 0;
   if (first >= rest.size() || (rest[first] != '.' && (rest[first] < '0' || rest[first] > '9'))) return 0;
   double number = 0;
   const auto result = std::from_chars(rest.data(), rest.data() + rest.size(), number);

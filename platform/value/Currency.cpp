@@ -24,6 +24,11 @@ std::uint64_t Magnitude(std::int64_t value) {
   return value < 0 ? ~static_cast<std::uint64_t>(value) + 1 : static_cast<std::uint64_t>(value);
 }
 
+std::uint64_t Increment(std::uint64_t value) {
+  if (value == std::numeric_limits<std::uint64_t>::max()) Overflow();
+  return value + 1;
+}
+
 std::int64_t WithSign(std::uint64_t magnitude, bool negative) {
   constexpr auto kTop = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
   if (magnitude > kTop + (negative ? 1U : 0U)) Overflow();
@@ -119,7 +124,7 @@ Currency Currency::FromText(std::string_view text) {
   if (decimals.size() > 4) {
     const bool beyondHalf = decimals.find_first_not_of('0', 5) != std::string_view::npos;
     const bool odd = units % 2 != 0;
-    if (decimals[4] > '5' || (decimals[4] == '5' && (beyondHalf || odd))) ++units;
+    if (decimals[4] > '5' || (decimals[4] == '5' && (beyondHalf || odd))) units = Increment(units);
   }
   return FromUnits(WithSign(units, negative));
 }
@@ -167,7 +172,9 @@ Currency MultiplyDivide(Currency amount, std::int64_t numerator, std::int64_t de
   const std::uint64_t divisor = Magnitude(denominator);
   Quotient result = Divide(Multiply(Magnitude(amount.Units()), Magnitude(numerator)), divisor);
   const std::uint64_t toNext = divisor - result.remainder;
-  if (result.remainder > toNext || (result.remainder == toNext && result.value % 2 != 0)) ++result.value;
+  if (result.remainder > toNext || (result.remainder == toNext && result.value % 2 != 0)) {
+    result.value = Increment(result.value);
+  }
   return Currency::FromUnits(WithSign(result.value, negative && result.value != 0));
 }
 

@@ -58,15 +58,17 @@ std::optional<Date> Date::FromCalendar(int year, int month, int day, int hour, i
 }
 
 Date Date::FromSerial(double serial) {
-  constexpr double kFirst = -657434.0;  // 0100-01-01
-  constexpr double kLast = 2958466.0;   // the day after 9999-12-31
-  if (!(serial >= kFirst && serial < kLast)) {
-    throw Error(ErrorNumber::kOverflow, "Date", "overflow: the number is outside the calendar");
-  }
+  constexpr std::int32_t kFirst = -657434;  // 0100-01-01
+  constexpr std::int32_t kLast = 2958465;   // 9999-12-31
+  auto overflow = [] {
+    return Error(ErrorNumber::kOverflow, "Date", "overflow: the number is outside the calendar");
+  };
+  if (!(serial >= kFirst && serial < kLast + 1.0)) throw overflow();
   const double whole = std::floor(serial);
   auto days = static_cast<std::int32_t>(whole);
   auto seconds = static_cast<std::int32_t>(std::lround((serial - whole) * kSecondsPerDay));
   if (seconds == kSecondsPerDay) {
+    if (days == kLast) throw overflow();
     ++days;
     seconds = 0;
   }
