@@ -142,7 +142,7 @@ void FilterDialog::NewResult() {
   result_->Set("OK", false);
 }
 
-void FilterDialog::WriteUserID(Dictionary& filter) const { filter.Set("UserID", std::int32_t{GetUserID()}); }
+void FilterDialog::WriteUserID(Dictionary& filter) { filter.Set("UserID", std::int32_t{GetUserID()}); }
 
 void FilterDialog::SetFieldValue(Control& control, FieldKind kind, const Variant& value) {
   switch (kind) {

@@ -78,7 +78,7 @@ class FilterDialog : public platform::Form {
 
   platform::Ref<platform::Control> ControlOf(const DialogField& field) const;
   void NewResult();
-  void WriteUserID(platform::Dictionary& filter) const;
+  static void WriteUserID(platform::Dictionary& filter);
 
  private:
   void BuildField(const DialogField& field);

@@ -36,7 +36,7 @@ ReportFilterDialog::ReportFilterDialog(std::string name, std::span<const DialogF
     : FilterDialog(std::move(name), fields, "VEZ_GRFC.ReportFilter") {}
 
 Ref<Dictionary> ReportFilterDialog::Settings() {
-  const Ref<Dictionary> settings = MakeRef<Dictionary>();
+  Ref<Dictionary> settings = MakeRef<Dictionary>();
   settings->Set("reportid", "");
   settings->Set("paytypeid", 0);
   settings->Set("versiontype", 1);
