@@ -35,7 +35,7 @@ Ref<Object> ClassRegistry::Create(std::string_view programmaticId) const {
     if (Ref<Object> object = override_(programmaticId)) return object;
   }
   if (const auto found = factories_.find(ToLowerAscii(programmaticId)); found != factories_.end()) {
-    return found->second();
+    if (Ref<Object> object = found->second()) return object;
   }
   if (fallback_) {
     if (Ref<Object> object = fallback_(programmaticId)) return object;

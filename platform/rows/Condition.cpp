@@ -11,6 +11,9 @@
 namespace platform {
 namespace {
 
+constexpr std::string_view kBlanks = " \t\r\n";
+constexpr std::string_view kEndsName = " \t\r\n=<>'#";
+
 char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c; }
 
 // `pattern` is in upper case; * and % stand for any number of characters. A failed match goes back to the
@@ -94,7 +97,7 @@ class ConditionReader {
                     std::string(ToString(rows_.Type(column))) + "): " + std::string(detail));
   }
 
-  void SkipBlanks() { rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t\r\n"), rest_.size())); }
+  void SkipBlanks() { rest_.remove_prefix(std::min(rest_.find_first_not_of(kBlanks), rest_.size())); }
   std::string_view Take(std::size_t length) {
     const std::string_view taken = rest_.substr(0, length);
     rest_.remove_prefix(taken.size());
@@ -103,7 +106,7 @@ class ConditionReader {
   bool TakeWord(std::string_view word) {
     SkipBlanks();
     if (!EqualsIgnoreCase(rest_.substr(0, word.size()), word)) return false;
-    if (rest_.size() > word.size() && rest_[word.size()] != ' ' && rest_[word.size()] != '[') return false;
+    if (rest_.substr(word.size()).find_first_not_of(kBlanks) == 0 && rest_[word.size()] != '[') return false;
     Take(word.size());
     return true;
   }
@@ -124,7 +127,7 @@ class ConditionReader {
       if (end == std::string_view::npos) Fail("a field name with its closing ]");
       name = Take(end + 1).substr(1, end - 1);
     } else {
-      name = Take(std::min(rest_.find_first_of(" =<>'#"), rest_.size()));
+      name = Take(std::min(rest_.find_first_of(kEndsName), rest_.size()));
     }
     if (name.empty()) Fail("a field name");
     const std::size_t column = rows_.FindField(name);
@@ -168,7 +171,7 @@ class ConditionReader {
       kind = Kind::kDate;
       literal = Take(end + 1).substr(1, end - 1);
     } else {
-      literal = Take(std::min(rest_.find_first_of(" \t\r\n"), rest_.size()));
+      literal = Take(std::min(rest_.find_first_of(kBlanks), rest_.size()));
       if (IsNumeric(literal)) kind = Kind::kNumber;
     }
     if (kind == Kind::kWord && !EqualsIgnoreCase(literal, "true") && !EqualsIgnoreCase(literal, "false")) {

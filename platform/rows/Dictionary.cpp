@@ -50,7 +50,8 @@ void Dictionary::Set(std::string_view key, Variant value) {
   if (positions_.empty()) {
     for (std::size_t i = 0; i + 1 < entries_.size(); ++i) positions_.emplace(entries_[i].key, i);
   }
-  positions_.emplace(key, entries_.size() - 1);
+  // The caller's key may be a text that lived in an entry and has moved.
+  positions_.emplace(entries_.back().key, entries_.size() - 1);
 }
 
 std::string Dictionary::Key(std::int32_t index) const {

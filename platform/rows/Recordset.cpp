@@ -229,6 +229,7 @@ void Recordset::SetFilter(const std::string& condition) {
     view->condition = Condition::Parse(condition, *rows_);
     view->text = condition;
     view->removals = rows_->Removals();
+    view->CatchUp(*rows_);
   }
   view_ = std::move(view);
   position_ = 0;

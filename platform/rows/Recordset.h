@@ -130,18 +130,18 @@ class Recordset final : public Exposed<Recordset> {
                          const std::optional<std::int32_t>& size);
   Variant FieldValue(const Variant& field) const;
   void SetFieldValue(const Variant& field, const Variant& value);
-  std::string FieldName(std::int32_t index) const;
-  std::string FieldTypeName(std::int32_t index) const;
-  std::int32_t FieldSize(std::int32_t index) const;
+  std::string FieldName(const Variant& field) const;
+  std::string FieldTypeName(const Variant& field) const;
+  std::int32_t FieldSize(const Variant& field) const;
 
   static constexpr std::string_view kClassName = "TOVPlatform.Recordset";
   static constexpr auto kOperations = Operations(
       Method<&Recordset::AppendFieldByName>("AppendField", "Name", "Type", "Size"),
       Method<&Recordset::Open>("Open"), Method<&Recordset::Close>("Close"),
       PropertyGet<&Recordset::FieldCount>("FieldCount"),
-      PropertyGet<&Recordset::FieldName>("FieldName", "Index"),
-      PropertyGet<&Recordset::FieldTypeName>("FieldType", "Index"),
-      PropertyGet<&Recordset::FieldSize>("FieldSize", "Index"), PropertyGet<&Recordset::AtEnd>("EOF"),
+      PropertyGet<&Recordset::FieldName>("FieldName", "Field"),
+      PropertyGet<&Recordset::FieldTypeName>("FieldType", "Field"),
+      PropertyGet<&Recordset::FieldSize>("FieldSize", "Field"), PropertyGet<&Recordset::AtEnd>("EOF"),
       PropertyGet<&Recordset::AtBeginning>("BOF"), PropertyGet<&Recordset::RecordCount>("RecordCount"),
       Method<&Recordset::MoveFirst>("MoveFirst"), Method<&Recordset::MoveNext>("MoveNext"),
       Method<&Recordset::MovePrevious>("MovePrevious"), Method<&Recordset::MoveLast>("MoveLast"),

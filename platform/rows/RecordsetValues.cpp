@@ -136,14 +136,14 @@ void Recordset::SetFieldValue(const Variant& field, const Variant& value) {
   SetValue(ColumnOf(field), value);
 }
 
-std::string Recordset::FieldName(std::int32_t index) const { return Fields()[ColumnOf(index)].name; }
+std::string Recordset::FieldName(const Variant& field) const { return Fields()[ColumnOf(field)].name; }
 
-std::string Recordset::FieldTypeName(std::int32_t index) const {
-  return std::string(ToString(Fields()[ColumnOf(index)].type));
+std::string Recordset::FieldTypeName(const Variant& field) const {
+  return std::string(ToString(Fields()[ColumnOf(field)].type));
 }
 
-std::int32_t Recordset::FieldSize(std::int32_t index) const {
-  return static_cast<std::int32_t>(Fields()[ColumnOf(index)].width);
+std::int32_t Recordset::FieldSize(const Variant& field) const {
+  return static_cast<std::int32_t>(Fields()[ColumnOf(field)].width);
 }
 
 }  // namespace platform
