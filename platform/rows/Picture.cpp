@@ -8,7 +8,8 @@ namespace {
 std::string CellText(const Recordset& recordset, std::size_t column, std::size_t row) {
   const Variant value = recordset.ValueAt(column, row);
   if (value.IsNull()) return "null";
-  return value.IsText() ? "'" + *value.As<std::string>() + "'" : ToText(value);
+  if (!value.IsText()) return ToText(value);
+  return std::string("'").append(*value.As<std::string>()).append("'");
 }
 
 std::string Heading(const Field& field) {
