@@ -32,14 +32,14 @@ std::string Picture(const Recordset& recordset) {
   const std::size_t columns = recordset.Fields().size();
   std::string picture;
   for (std::size_t column = 0; column < columns; ++column) {
-    picture += (column == 0 ? "" : " | ") + Heading(recordset.Fields()[column]);
+    picture.append(column == 0 ? "" : " | ").append(Heading(recordset.Fields()[column]));
   }
   const bool onRow = !recordset.IsAdding() && !recordset.AtEnd() && !recordset.AtBeginning();
   for (std::size_t position = 0; position < recordset.ViewCount(); ++position) {
     const std::size_t row = recordset.RowAt(position);
     picture += onRow && row == recordset.CurrentRow() ? "\n> " : "\n  ";
     for (std::size_t column = 0; column < columns; ++column) {
-      picture += (column == 0 ? "" : " | ") + CellText(recordset, column, row);
+      picture.append(column == 0 ? "" : " | ").append(CellText(recordset, column, row));
     }
   }
   if (!recordset.Filter().empty()) picture += "\nfilter " + recordset.Filter();
