@@ -1,0 +1,92 @@
+// Runs the benches and then holds what was measured against the targets: ratios of two benches of the same
+// run, so that they mean the same on every machine. A target that is missed makes the run fail; one whose
+// benches were filtered away is not judged.
+#include <cstdio>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+// `measured` is a bench (its processor time in nanoseconds) or one of its counters ("bench:counter"); with
+// `against` the target limits the quotient of the two. Of several rows with the same `what` one must be met.
+struct Target {
+  std::string_view what;
+  std::string_view measured;
+  std::string_view against;
+  double limit = 0;
+  std::string_view unit;
+};
+
+constexpr Target kTargets[] = {
+    {"appending a ledger row, against plain vectors", "AppendLedgerRows", "AppendToPlainVectors", 2, "times"},
+    {"memory of a ledger row with repeating texts", "AppendLedgerRows:bytes_per_row", "", 220, "bytes"},
+    {"heap allocations a ledger row", "AppendLedgerRows:allocations_per_row", "", 0.1, ""},
+    {"a call by name", "CallByName", "", 150, "ns"},
+    {"a call by name", "CallByName", "CallVirtual", 15, "virtual calls"},
+};
+
+class Reporter : public benchmark::ConsoleReporter {
+ public:
+  Reporter() : ConsoleReporter(OO_Tabular) {}
+
+  void ReportRuns(const std::vector<Run>& runs) override {
+    ConsoleReporter::ReportRuns(runs);
+    for (const Run& run : runs) {
+      failed_ = failed_ || run.error_occurred;
+      if (run.run_type != Run::RT_Iteration || run.error_occurred) continue;
+      const std::string name = run.benchmark_name();
+      // The quickest of several repetitions is the one that nothing disturbed.
+      const double time = run.cpu_accumulated_time / static_cast<double>(run.iterations) * 1e9;
+      const auto [at, isFirst] = figures_.try_emplace(name, time);
+      if (!isFirst && time < at->second) at->second = time;
+      for (const auto& [counter, value] : run.counters) figures_[name + ":" + counter] = value.value;
+    }
+  }
+
+  // True when nothing failed and every target that could be judged was met.
+  bool Judge() const {
+    std::map<std::string_view, bool> met;
+    for (const Target& target : kTargets) {
+      const std::optional<double> figure = Figure(target);
+      if (!figure) continue;
+      const bool good = *figure <= target.limit;
+      std::printf("%-46s %9.3f %s, at most %g: %s\n", std::string(target.what).c_str(), *figure,
+                  std::string(target.unit).c_str(), target.limit, good ? "met" : "over");
+      bool& any = met.try_emplace(target.what, false).first->second;
+      any = any || good;
+    }
+    bool all = !failed_;
+    for (const auto& [what, good] : met) all = all && good;
+    std::puts(all ? "all targets met" : "a bench failed or a target is missed");
+    return all;
+  }
+
+ private:
+  std::optional<double> Figure(const Target& target) const {
+    const auto measured = figures_.find(target.measured);
+    if (measured == figures_.end()) return std::nullopt;
+    if (target.against.empty()) return measured->second;
+    const auto against = figures_.find(target.against);
+    if (against == figures_.end()) return std::nullopt;
+    return measured->second / against->second;
+  }
+
+  std::map<std::string, double, std::less<>> figures_;
+  bool failed_ = false;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+  Reporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  benchmark::Shutdown();
+  return reporter.Judge() ? 0 : 1;
+}
