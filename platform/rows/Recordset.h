@@ -171,7 +171,11 @@ class Recordset final : public Exposed<Recordset> {
 
   void RequireOpen() const;
   void RequireColumn(std::size_t column) const;
-  void RequireCell(std::size_t column, std::size_t row) const;
+  void RequireCell(std::size_t column, std::size_t row) const {
+    const bool good = state_ == State::kOpen && column < rows_->Fields().size() && row < rows_->RowCount();
+    if (!good) RaiseNoCell(column, row);
+  }
+  [[noreturn]] void RaiseNoCell(std::size_t column, std::size_t row) const;
   void TakeOver();
   std::int64_t PositionOf(const Variant& bookmark) const;
   std::size_t RowToWrite(std::size_t column);

@@ -28,12 +28,10 @@ void Recordset::RequireColumn(std::size_t column) const {
   if (column >= rows_->Fields().size()) RaiseNoColumn(std::to_string(column));
 }
 
-void Recordset::RequireCell(std::size_t column, std::size_t row) const {
+void Recordset::RaiseNoCell(std::size_t column, std::size_t row) const {
   RequireOpen();
   RequireColumn(column);
-  if (row >= rows_->RowCount()) {
-    Raise(ErrorNumber::kNoCurrentRow, "no current row: there is no row number " + std::to_string(row));
-  }
+  Raise(ErrorNumber::kNoCurrentRow, "no current row: there is no row number " + std::to_string(row));
 }
 
 std::size_t Recordset::RowToWrite(std::size_t column) {
