@@ -1,0 +1,46 @@
+#include "desk/services/Service.h"
+
+namespace desk {
+
+using platform::CallKind;
+using platform::Object;
+using platform::Variant;
+
+Service::~Service() {
+  if (!announcedAs_.empty()) desk_->Told().OnReleased(announcedAs_);
+}
+
+void Service::Announce() {
+  announcedAs_ = ClassName();
+  desk_->Told().OnCreated(announcedAs_);
+}
+
+void Service::Tell(const platform::ClassInfo& info, std::string_view member, CallKind kind,
+                   std::span<const Variant> arguments) {
+  const platform::Operation* operation = info.Find(member, kind);
+  Witness& witness = desk_->Told();
+  switch (operation == nullptr ? kind : operation->kind) {
+    case CallKind::kMethod:
+      witness.OnCalled(ClassName(), member, arguments);
+      TellMeaning(witness, ClassName(), member, arguments,
+                  [this](std::string_view property) { return Written(property); });
+      break;
+    case CallKind::kGet:
+      witness.OnGot(ClassName(), member, arguments);
+      break;
+    case CallKind::kPut:
+      if (arguments.empty()) {
+        witness.OnPut(ClassName(), member, {}, Variant());
+      } else {
+        witness.OnPut(ClassName(), member, arguments.first(arguments.size() - 1), arguments.back());
+      }
+      break;
+  }
+}
+
+Object* Service::StandIn() {
+  if (!standIn_) standIn_ = desk_->ReplacementFor(ClassName());
+  return standIn_.Get();
+}
+
+}  // namespace desk

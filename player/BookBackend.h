@@ -1,0 +1,10 @@
+#pragma once
+
+#include "player/DataBackend.h"
+
+namespace player {
+
+// A stock book behind the desk. Raises for a file that is no book, with the reason.
+std::unique_ptr<DataBackend> OpenBook(const std::string& file, std::function<std::int32_t()> userId);
+
+}  // namespace player

@@ -1,0 +1,47 @@
+#include "player/Host.h"
+
+#include "platform/rows/ProcessStore.h"
+
+namespace player {
+
+using platform::ClassRegistry;
+using platform::Object;
+using platform::Ref;
+
+std::filesystem::path DefaultComponentPath() {
+  std::error_code error;
+  const std::filesystem::path executable = std::filesystem::read_symlink("/proc/self/exe", error);
+  return (error ? std::filesystem::current_path() : executable.parent_path()) / "TOVStockRpt.so";
+}
+
+Host::Host(desk::Backend& backend, desk::Witness& witness, platform::Screen& screen,
+           const std::filesystem::path& component)
+    : desk_(desk::Desk::Open(backend, witness)) {
+  if (!component.empty()) component_ = std::make_unique<platform::LoadedComponent>(component.string());
+  ClassRegistry::Process().SetOverride([this](std::string_view id) { return Resolve(id); });
+  platform::SetProcessStore(platform::MakeRef<platform::Dictionary>());
+  platform::Screen::Use(&screen);
+}
+
+Host::~Host() {
+  ClassRegistry::Process().SetOverride({});
+  platform::Screen::Use(nullptr);
+  platform::SetProcessStore(nullptr);
+  desk_->Close();
+  // Code that an object still refers to must not go away under it.
+  if (component_ && !component_->CanUnload()) static_cast<void>(component_.release());
+}
+
+std::vector<platform::ComponentClass> Host::Classes() const {
+  return component_ ? component_->Classes() : std::vector<platform::ComponentClass>();
+}
+
+Ref<Object> Host::Resolve(std::string_view programmaticId) const {
+  if (first_) {
+    if (Ref<Object> object = first_(programmaticId)) return object;
+  }
+  if (Ref<Object> service = desk_->Create(programmaticId)) return service;
+  return data_ ? data_(programmaticId) : Ref<Object>();
+}
+
+}  // namespace player
