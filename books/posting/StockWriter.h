@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <unordered_map>
+#include <vector>
+
+#include "books/database/Connection.h"
+#include "books/posting/Valuation.h"
+
+namespace books::posting {
+
+// Reads the movements of items, has them valued, and writes amounts, balances and instant stock. Single bills
+// and whole imports go through here. Used inside a transaction; statements stay prepared while it lives, and
+// the balances must already reach every period that has movements.
+class StockWriter {
+ public:
+  explicit StockWriter(database::Connection& connection);
+
+  // Works out the movements' amounts, then as WriteFigures. The items are a whole group: nothing outside it
+  // is tied to them by an assembly.
+  void Value(std::span<const Id> items);
+  // Balances and instant stock from the movements as they stand.
+  void WriteFigures(std::span<const Id> items);
+
+ private:
+  // Figures of one cell: warehouse, batch and auxiliary property of an item.
+  struct Figures {
+    database::Quantity quantity;
+    database::Quantity auxQuantity;
+    platform::Currency amount;
+
+    friend bool operator==(const Figures&, const Figures&) = default;
+  };
+
+  void Load(std::span<const Id> items);
+  void LoadItem(Id item);
+  void WriteAmounts();
+  void WriteItem(Id item, std::span<const Movement> movements, std::span<const OpeningStock> openings);
+
+  CostingRules rules_;
+  std::int32_t start_ = 0;
+  std::int32_t until_ = 0;
+  database::Statement readMethod_;
+  database::Statement readOpenings_;
+  database::Statement readMovements_;
+  database::Statement writeAmount_;
+  database::Statement deleteBalances_;
+  database::Statement writeBalance_;
+  database::Statement deleteStock_;
+  database::Statement writeStock_;
+
+  // Of the group at hand, item after item.
+  std::vector<Movement> movements_;
+  std::vector<OpeningStock> openings_;
+  std::vector<platform::Currency> stored_;  // the movements' amounts in the book
+  std::unordered_map<Id, schema::Valuation> methods_;
+};
+
+}  // namespace books::posting
