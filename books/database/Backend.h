@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace books::database {
 
@@ -56,6 +57,9 @@ class ConnectionBackend {
   virtual void Rollback() = 0;
   // Rows changed by the last insert, update or delete.
   virtual std::int64_t Changes() const = 0;
+  // What is wrong with the storage itself: damaged pages, references that lead nowhere. Empty when all is
+  // well.
+  virtual std::vector<std::string> CheckStorage() = 0;
   virtual Identity ReadIdentity() = 0;
   virtual void WriteIdentity(const Identity& identity) = 0;
 };

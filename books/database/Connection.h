@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "books/database/Statement.h"
 
@@ -55,6 +57,7 @@ class Connection {
   // Several statements without parameters, for a schema.
   void RunScript(std::string_view sql) { backend_->RunScript(sql); }
 
+  std::vector<std::string> CheckStorage() { return backend_->CheckStorage(); }
   Identity ReadIdentity() { return backend_->ReadIdentity(); }
   void WriteIdentity(const Identity& identity) { backend_->WriteIdentity(identity); }
 

@@ -4,7 +4,11 @@
 // that is no database or is damaged says so there and not in the middle of a report.
 #include "books/database/sqlite/SqliteBackend.h"
 
+#include <algorithm>
+#include <array>
+#include <mutex>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -135,6 +139,19 @@ class Connection final : public ConnectionBackend {
   Identity ReadIdentity() override {
     return {Number("PRAGMA application_id"), Number("PRAGMA user_version")};
   }
+  std::vector<std::string> CheckStorage() override {
+    std::vector<std::string> findings;
+    const std::unique_ptr<StatementBackend> pages = Prepare("PRAGMA integrity_check");
+    while (pages->Step()) {
+      if (pages->Text(0) != "ok") findings.emplace_back(pages->Text(0));
+    }
+    const std::unique_ptr<StatementBackend> keys = Prepare("PRAGMA foreign_key_check");
+    while (keys->Step()) {
+      findings.push_back("a row of " + std::string(keys->Text(0)) + " refers to a row of " +
+                         std::string(keys->Text(2)) + " that does not exist");
+    }
+    return findings;
+  }
   void WriteIdentity(const Identity& identity) override {
     RunScript("PRAGMA application_id = " + std::to_string(identity.application) +
               "; PRAGMA user_version = " + std::to_string(identity.version));
@@ -153,7 +170,11 @@ class Connection final : public ConnectionBackend {
   std::string name_;
 };
 
-int AllowReadsOnly(void* /*context*/, int action, const char* /*first*/, const char* /*second*/,
+// What a book is asked about itself; none of them writes when it has no argument.
+constexpr std::array<std::string_view, 4> kQuestions = {"application_id", "user_version", "integrity_check",
+                                                        "foreign_key_check"};
+
+int AllowReadsOnly(void* /*context*/, int action, const char* first, const char* second,
                    const char* /*database*/, const char* /*trigger*/) {
   switch (action) {
     case SQLITE_SELECT:
@@ -162,6 +183,9 @@ int AllowReadsOnly(void* /*context*/, int action, const char* /*first*/, const c
     case SQLITE_RECURSIVE:
     case SQLITE_TRANSACTION:
       return SQLITE_OK;
+    case SQLITE_PRAGMA:
+      return second == nullptr && std::ranges::find(kQuestions, first) != kQuestions.end() ? SQLITE_OK
+                                                                                           : SQLITE_DENY;
     default:
       return SQLITE_DENY;
   }
@@ -188,6 +212,10 @@ void Prepare(sqlite3* database, const std::string& name, Access access) {
 }
 
 Handle OpenFile(const std::string& path, int flags, const std::string& name, std::int32_t busyMilliseconds) {
+  // The library would otherwise count its memory under one lock for all connections. It keeps what it was
+  // told first, so a second call has no effect.
+  static std::once_flag once;
+  std::call_once(once, [] { sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0); });
   sqlite3* raw = nullptr;
   const int code = sqlite3_open_v2(path.c_str(), &raw, flags | SQLITE_OPEN_NOMUTEX, nullptr);
   Handle handle(raw);
