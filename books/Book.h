@@ -45,7 +45,8 @@ struct BatchQuery {
   std::string
       filterItem;  // conditions over t1 (the batch's stock) and t3 (its item), as the component sends them
   std::string filter;
-  std::string keyWord;  // occurs in the batch number
+  std::string keyWord;      // occurs in the batch number
+  std::int32_t userId = 0;  // whose rights to warehouses restrict the rows; 0 for no restriction
   std::int32_t limit = 500;
 };
 
@@ -90,8 +91,8 @@ class Book {
   // FDeleted; a parent stands before its children. `filter` as in BaseDataQuery, without alias allowed.
   platform::Ref<platform::Recordset> ItemList(std::int32_t dataType, std::string_view filter = {},
                                               std::int32_t userId = 0) const;
-  // FBatchNo, FStockPlaceID, FKFPeriod, FKFDate, FStockID, FAuxPropID, FQty: batches of items that are kept
-  // by batch, as they lie in stock.
+  // FBatchNo, FStockPlaceID, FKFPeriod, FKFDate, FStockID, FAuxPropID, FQty, FItemNumber, FItemName: batches
+  // as they lie in stock; one that lies nowhere has FStockID 0 and FQty 0.
   platform::Ref<platform::Recordset> Batches(const BatchQuery& query) const;
 
   // Values the business that waits for a cost calculation.

@@ -1,0 +1,35 @@
+#include "books/reports/DataComponent.h"
+
+#include "books/reports/Data10414.h"
+#include "platform/value/Convert.h"
+
+namespace books::reports {
+namespace {
+
+struct Entry {
+  std::string_view programmaticId;
+  platform::Ref<platform::Object> (*create)(const std::shared_ptr<services::Store>& store);
+};
+
+template <class Component>
+constexpr Entry EntryOf() {
+  return {Component::kClassName, [](const std::shared_ptr<services::Store>& store) {
+            return platform::Ref<platform::Object>(platform::MakeRef<Component>(store));
+          }};
+}
+
+constexpr Entry kComponents[] = {
+    EntryOf<Data10414>(),
+};
+
+}  // namespace
+
+platform::Ref<platform::Object> CreateDataComponent(std::string_view programmaticId,
+                                                    const std::shared_ptr<services::Store>& store) {
+  for (const Entry& entry : kComponents) {
+    if (platform::EqualsIgnoreCase(entry.programmaticId, programmaticId)) return entry.create(store);
+  }
+  return nullptr;
+}
+
+}  // namespace books::reports
