@@ -14,21 +14,67 @@ TEST(RecordsetTest, Moves) {
       {"begins on the first row", [](Recordset&) {}, "1"},
       {"next", [](Recordset& rs) { rs.MoveNext(); }, "2"},
       {"last", [](Recordset& rs) { rs.MoveLast(); }, "3"},
-      {"next past the last", [](Recordset& rs) { rs.MoveLast(), rs.MoveNext(); }, "end"},
-      {"back from the end", [](Recordset& rs) { rs.MoveLast(), rs.MoveNext(), rs.MovePrevious(); }, "3"},
+      {"next past the last",
+       [](Recordset& rs) {
+         rs.MoveLast();
+         rs.MoveNext();
+       },
+       "end"},
+      {"back from the end",
+       [](Recordset& rs) {
+         rs.MoveLast();
+         rs.MoveNext();
+         rs.MovePrevious();
+       },
+       "3"},
       {"previous past the first", [](Recordset& rs) { rs.MovePrevious(); }, "beginning"},
-      {"forward from the beginning", [](Recordset& rs) { rs.MovePrevious(), rs.MoveNext(); }, "1"},
-      {"first from the end", [](Recordset& rs) { rs.Move(9), rs.MoveFirst(); }, "1"},
-      {"first from the beginning", [](Recordset& rs) { rs.Move(-9), rs.MoveFirst(); }, "1"},
+      {"forward from the beginning",
+       [](Recordset& rs) {
+         rs.MovePrevious();
+         rs.MoveNext();
+       },
+       "1"},
+      {"first from the end",
+       [](Recordset& rs) {
+         rs.Move(9);
+         rs.MoveFirst();
+       },
+       "1"},
+      {"first from the beginning",
+       [](Recordset& rs) {
+         rs.Move(-9);
+         rs.MoveFirst();
+       },
+       "1"},
       {"two on", [](Recordset& rs) { rs.Move(2); }, "3"},
       {"exactly to the end", [](Recordset& rs) { rs.Move(3); }, "end"},
       {"far past the end", [](Recordset& rs) { rs.Move(2147483647); }, "end"},
       {"far past the beginning", [](Recordset& rs) { rs.Move(-2147483647 - 1); }, "beginning"},
-      {"back from the end by two", [](Recordset& rs) { rs.Move(3), rs.Move(-2); }, "2"},
-      {"from the end to the beginning", [](Recordset& rs) { rs.Move(3), rs.Move(-4); }, "beginning"},
-      {"by none", [](Recordset& rs) { rs.Move(1), rs.Move(0); }, "2"},
+      {"back from the end by two",
+       [](Recordset& rs) {
+         rs.Move(3);
+         rs.Move(-2);
+       },
+       "2"},
+      {"from the end to the beginning",
+       [](Recordset& rs) {
+         rs.Move(3);
+         rs.Move(-4);
+       },
+       "beginning"},
+      {"by none",
+       [](Recordset& rs) {
+         rs.Move(1);
+         rs.Move(0);
+       },
+       "2"},
       {"to a position", [](Recordset& rs) { rs.SetAbsolutePosition(3); }, "3"},
-      {"to a position from the end", [](Recordset& rs) { rs.Move(3), rs.SetAbsolutePosition(1); }, "1"},
+      {"to a position from the end",
+       [](Recordset& rs) {
+         rs.Move(3);
+         rs.SetAbsolutePosition(1);
+       },
+       "1"},
       {"back to a bookmark",
        [](Recordset& rs) {
          rs.MoveNext();
@@ -55,15 +101,51 @@ TEST(RecordsetTest, Moves) {
 
 TEST(RecordsetTest, MovesThatAreRefusedLeaveTheCursor) {
   const RefusedCase cases[] = {
-      {"next at the end", [](Recordset& rs) { rs.Move(3), rs.MoveNext(); }},
-      {"previous at the beginning", [](Recordset& rs) { rs.Move(-1), rs.MovePrevious(); }},
-      {"read at the end", [](Recordset& rs) { rs.Move(3), rs.Value("FName"); }},
-      {"read at the beginning", [](Recordset& rs) { rs.Move(-1), rs.Value(1); }},
-      {"write at the end", [](Recordset& rs) { rs.Move(3), rs.SetValue("FName", "x"); }},
-      {"write a text at the end", [](Recordset& rs) { rs.Move(3), rs.SetText(1, "x"); }},
-      {"bookmark at the end", [](Recordset& rs) { rs.Move(3), rs.Bookmark(); }},
-      {"update at the end", [](Recordset& rs) { rs.Move(3), rs.Update(); }},
-      {"find at the end", [](Recordset& rs) { rs.Move(3), rs.Find("FItemID=1"); }},
+      {"next at the end",
+       [](Recordset& rs) {
+         rs.Move(3);
+         rs.MoveNext();
+       }},
+      {"previous at the beginning",
+       [](Recordset& rs) {
+         rs.Move(-1);
+         rs.MovePrevious();
+       }},
+      {"read at the end",
+       [](Recordset& rs) {
+         rs.Move(3);
+         rs.Value("FName");
+       }},
+      {"read at the beginning",
+       [](Recordset& rs) {
+         rs.Move(-1);
+         rs.Value(1);
+       }},
+      {"write at the end",
+       [](Recordset& rs) {
+         rs.Move(3);
+         rs.SetValue("FName", "x");
+       }},
+      {"write a text at the end",
+       [](Recordset& rs) {
+         rs.Move(3);
+         rs.SetText(1, "x");
+       }},
+      {"bookmark at the end",
+       [](Recordset& rs) {
+         rs.Move(3);
+         rs.Bookmark();
+       }},
+      {"update at the end",
+       [](Recordset& rs) {
+         rs.Move(3);
+         rs.Update();
+       }},
+      {"find at the end",
+       [](Recordset& rs) {
+         rs.Move(3);
+         rs.Find("FItemID=1");
+       }},
       {"position 0", [](Recordset& rs) { rs.SetAbsolutePosition(0); }, ErrorNumber::kBadArgument},
       {"a position too far", [](Recordset& rs) { rs.SetAbsolutePosition(4); }, ErrorNumber::kBadArgument},
       {"a bookmark of no row", [](Recordset& rs) { rs.SetBookmark(4); }, ErrorNumber::kBadArgument},

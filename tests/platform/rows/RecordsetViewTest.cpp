@@ -14,13 +14,27 @@ TEST(RecordsetViewTest, Finding) {
       {"the next hit", [](Recordset& rs) { rs.Find("FName='nut'"); }, "2"},
       {"the current row counts", [](Recordset& rs) { rs.Find("FName='bolt'"); }, "1"},
       {"unless it is skipped", [](Recordset& rs) { rs.Find("FName='bolt'", 1); }, "4"},
-      {"forward only", [](Recordset& rs) { rs.MoveNext(), rs.Find("FItemID=1"); }, "end"},
+      {"forward only",
+       [](Recordset& rs) {
+         rs.MoveNext();
+         rs.Find("FItemID=1");
+       },
+       "end"},
       {"no hit goes to the end", [](Recordset& rs) { rs.Find("FName='gear'"); }, "end"},
       {"from a bookmark",
-       [](Recordset& rs) { rs.Move(9), rs.Find("FName='bolt'", std::nullopt, Variant(2)); }, "4"},
+       [](Recordset& rs) {
+         rs.Move(9);
+         rs.Find("FName='bolt'", std::nullopt, Variant(2));
+       },
+       "4"},
       {"from a bookmark with a skip", [](Recordset& rs) { rs.Find("FItemID>0", 1, Variant(2)); }, "3"},
       {"a skip past the last", [](Recordset& rs) { rs.Find("FItemID>0", 9); }, "end"},
-      {"a skip backward", [](Recordset& rs) { rs.MoveLast(), rs.Find("FItemID>0", -2); }, "2"},
+      {"a skip backward",
+       [](Recordset& rs) {
+         rs.MoveLast();
+         rs.Find("FItemID>0", -2);
+       },
+       "2"},
       {"the pattern", [](Recordset& rs) { rs.Find("FName like '%u%'"); }, "2"},
       {"takes over a new row first",
        [](Recordset& rs) {
@@ -66,9 +80,17 @@ TEST(RecordsetViewTest, Filtering) {
       {"comparisons joined", [](Recordset& rs) { rs.SetFilter("FName='bolt' AND FItemID>1"); },
        ">4 Bolt (1 of 1)"},
       {"nothing meets it", [](Recordset& rs) { rs.SetFilter("FItemID=9"); }, "(empty of 0)"},
-      {"moves see it", [](Recordset& rs) { rs.SetFilter("FName='bolt'"), rs.MoveNext(); },
+      {"moves see it",
+       [](Recordset& rs) {
+         rs.SetFilter("FName='bolt'");
+         rs.MoveNext();
+       },
        "1 bolt, >4 Bolt (2 of 2)"},
-      {"the end is its end", [](Recordset& rs) { rs.SetFilter("FName='bolt'"), rs.Move(2); },
+      {"the end is its end",
+       [](Recordset& rs) {
+         rs.SetFilter("FName='bolt'");
+         rs.Move(2);
+       },
        "1 bolt, 4 Bolt (end of 2)"},
       {"a bookmark stays good",
        [](Recordset& rs) {
@@ -78,13 +100,30 @@ TEST(RecordsetViewTest, Filtering) {
          rs.SetBookmark(bookmark);
        },
        "1 bolt, >4 Bolt (2 of 2)"},
-      {"find sees it", [](Recordset& rs) { rs.SetFilter("FItemID>1"), rs.Find("FName='bolt'"); },
+      {"find sees it",
+       [](Recordset& rs) {
+         rs.SetFilter("FItemID>1");
+         rs.Find("FName='bolt'");
+       },
        "2 nut, 3 null, >4 Bolt (3 of 3)"},
-      {"taken off", [](Recordset& rs) { rs.SetFilter("FName='bolt'"), rs.MoveNext(), rs.SetFilter(""); },
+      {"taken off",
+       [](Recordset& rs) {
+         rs.SetFilter("FName='bolt'");
+         rs.MoveNext();
+         rs.SetFilter("");
+       },
        ">1 bolt, 2 nut, 3 null, 4 Bolt (1 of 4)"},
-      {"blanks take it off too", [](Recordset& rs) { rs.SetFilter("FItemID=9"), rs.SetFilter("  "); },
+      {"blanks take it off too",
+       [](Recordset& rs) {
+         rs.SetFilter("FItemID=9");
+         rs.SetFilter("  ");
+       },
        ">1 bolt, 2 nut, 3 null, 4 Bolt (1 of 4)"},
-      {"set again on another", [](Recordset& rs) { rs.SetFilter("FItemID=1"), rs.SetFilter("FItemID=2"); },
+      {"set again on another",
+       [](Recordset& rs) {
+         rs.SetFilter("FItemID=1");
+         rs.SetFilter("FItemID=2");
+       },
        ">2 nut (1 of 1)"},
       {"a row that is added stays visible",
        [](Recordset& rs) {

@@ -305,7 +305,7 @@ TEST(ConvertTest, WhatHasNoMeaningIsRefused) {
     for (const auto& [name, value] : values) {
       if (target == "text" && value.IsText()) continue;
       SCOPED_TRACE(name + " to " + target);
-      const Error error = Raised([&] { convert(value); });
+      const Error error = Raised([&convert = convert, &value = value] { convert(value); });
       EXPECT_EQ(error.Number(), ErrorNumber::kTypeMismatch);
       EXPECT_THAT(error.Description(), testing::HasSubstr("type mismatch"));
     }
