@@ -2,10 +2,10 @@
 
 #include <cstdint>
 #include <span>
-#include <unordered_map>
 #include <vector>
 
 #include "books/database/Connection.h"
+#include "books/posting/StockReader.h"
 #include "books/posting/Valuation.h"
 
 namespace books::posting {
@@ -34,27 +34,20 @@ class StockWriter {
   };
 
   void Load(std::span<const Id> items);
-  void LoadItem(Id item);
   void WriteAmounts();
   void WriteItem(Id item, std::span<const Movement> movements, std::span<const OpeningStock> openings);
 
-  CostingRules rules_;
+  StockReader reader_;
   std::int32_t start_ = 0;
   std::int32_t until_ = 0;
-  database::Statement readMethod_;
-  database::Statement readOpenings_;
-  database::Statement readMovements_;
   database::Statement writeAmount_;
   database::Statement deleteBalances_;
   database::Statement writeBalance_;
   database::Statement deleteStock_;
   database::Statement writeStock_;
 
-  // Of the group at hand, item after item.
-  std::vector<Movement> movements_;
-  std::vector<OpeningStock> openings_;
-  std::vector<platform::Currency> stored_;  // the movements' amounts in the book
-  std::unordered_map<Id, schema::Valuation> methods_;
+  ItemGroup group_;                         // the one at hand
+  std::vector<platform::Currency> stored_;  // its movements' amounts in the book
 };
 
 }  // namespace books::posting
