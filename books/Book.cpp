@@ -1,5 +1,6 @@
 #include "books/Book.h"
 
+#include "books/posting/Posting.h"
 #include "books/reader/SqlReader.h"
 #include "books/reports/DataComponent.h"
 #include "books/services/BaseDataList.h"
@@ -70,6 +71,11 @@ platform::Ref<platform::Recordset> Book::ItemList(std::int32_t dataType, std::st
 
 platform::Ref<platform::Recordset> Book::Batches(const BatchQuery& query) const {
   return services::Batches(*state_, query);
+}
+
+void Book::QuickCalculate() const {
+  database::Connection connection = state_->OpenForWriting();
+  posting::ValueWaitingBusiness(connection);
 }
 
 void Book::WriteUsage(std::int32_t userId, std::string_view code, std::string_view text) const {

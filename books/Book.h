@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "books/demo/Demo.h"  // IWYU pragma: export
 #include "platform/object/Object.h"
 #include "platform/value/Date.h"
 #include "platform/value/Variant.h"
@@ -80,8 +81,8 @@ class Book {
   platform::Variant Profile(std::string_view category, std::string_view key) const;
   std::optional<platform::Date> PeriodFirstDay(std::int32_t year, std::int32_t period) const;
 
-  // Whether data rights restrict this user (who is known by "UserID" in the props string), and the base data
-  // classes that rights are kept for, as text: "4,5".
+  // Whether data rights restrict this user: those that the book restricts, and those that it does not know.
+  // 0, who is no user but holds the file, is free. The classes that rights are kept for are a text: "4,5".
   bool NeedRight(std::int32_t userId) const;
   std::string RightClasses() const;
 

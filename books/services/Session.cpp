@@ -14,6 +14,7 @@ std::vector<BookUser> Users(Store& store) {
 }
 
 bool NeedRight(Store& store, std::int32_t userId) {
+  if (userId == 0) return false;
   Statement row = store.Reading().Query(
       "SELECT 1 FROM book_user WHERE id = ? AND restricted = 0 AND disabled = 0", userId);
   return !row.Step();

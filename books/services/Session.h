@@ -13,7 +13,8 @@
 namespace books::services {
 
 std::vector<BookUser> Users(Store& store);
-// A user that the book does not know is restricted: rights must not open by a mistyped id.
+// 0 is no user but whoever holds the file, and is not restricted. A user that the book does not know is:
+// rights must not open by a mistyped id.
 bool NeedRight(Store& store, std::int32_t userId);
 // The classes in which any row has a list of users: a class that nobody gave rights in is open to all.
 std::string RightClasses(Store& store);

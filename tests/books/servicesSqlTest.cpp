@@ -1,0 +1,116 @@
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "books/Book.h"
+#include "platform/rows/Picture.h"
+#include "platform/value/Error.h"
+#include "tests/books/servicesSmallBook.h"
+
+// The component's own SQL texts, run on the small book (servicesSmallBook.h).
+namespace {
+
+struct Case {
+  std::string name;
+  std::string sql;
+  std::string picture;
+};
+
+std::string NotShown(const std::string& chosen) {
+  return "select b.FParentID from t_Item  a inner join t_Item b on a.FItemID=b.FParentID \r\n"
+         "where a.FItemClassID=5 and b.FItemID not in " +
+         chosen +
+         " and charindex(b.FRightUserID,'12')>0 \r\n Union \r\n select FItemID from t_Item where fItemID  "
+         "in " +
+         chosen +
+         " and FParentID>0 and FItemClassID=5  and charindex(FRightUserID,'12')>0 and  FParentid not in(\r\n"
+         " select FParentID  from t_Item where FParentID  in " +
+         chosen + " and FItemid not in " + chosen + " and charindex(FRightUserID,'12')>0 )\r\n";
+}
+
+TEST(BookSql, Texts) {
+  const std::vector<Case> cases = {
+      {"dates of the start period, February 2025",
+       "Declare @Year int,@Period int \r\n"
+       "SELECT @Year=CONVERT(INT,FValue) FROM t_SystemProfile WHERE FCategory='IC' AND FKey='StartYear'\n"
+       "SELECT @Period = CONVERT(INT,FValue) FROM t_SystemProfile WHERE FCategory='IC' AND "
+       "FKey='StartPeriod'\n"
+       "SELECT CONVERT(DATETIME,FStartDate)as FStartDate,CONVERT(DATETIME,FEndDate)as FEndDate FROM "
+       "t_PeriodDate "
+       "\nWHERE FYear=@Year AND FPeriod=@Period ",
+       "FStartDate date | FEndDate date\n> 2025-02-01 | 2025-02-28\nposition 1 of 1\n"},
+      {"stock start date",
+       " SELECT FStartDate FROM t_PeriodDate WHERE \r\n"
+       " FYear =(SELECT CONVERT(INT, FValue) FROM t_SystemProfile WHERE FCategory = 'IC' AND FKey = "
+       "'StartYear' ) "
+       "AND \r\n FPeriod =(SELECT CONVERT(INT, FValue) FROM t_SystemProfile WHERE FCategory = 'IC' AND FKey "
+       "= "
+       "'StartPeriod') ",
+       "FStartDate date\n> 2025-02-01\nposition 1 of 1\n"},
+      {"quick calculation not settled",
+       "SELECT FValue FROM t_SystemProfile WHERE FCategory='General' AND FKey='CanQuickCalculate'",
+       "FValue text\nposition empty of 0\n"},
+      {"no new business", "Select 1 From ICCalFlag", "Column1 integer\nposition empty of 0\n"},
+      {"four warehouses, the group not counted", "select count(*) as FStockCount from t_Stock",
+       "FStockCount integer\n> 4\nposition 1 of 1\n"},
+      {"one level of categories above the items",
+       "select (max(FLevel) - 1) as MaxLevel from t_Item, t_ItemClass where t_Item.FItemClassID = "
+       "t_ItemClass.FItemClassID and t_ItemClass.FItemClassID=4\n",
+       "MaxLevel integer\n> 1\nposition 1 of 1\n"},
+      {"no data in a class",
+       "select (max(FLevel) - 1) as MaxLevel from t_Item, t_ItemClass where t_Item.FItemClassID = "
+       "t_ItemClass.FItemClassID and t_ItemClass.FItemClassID=10\n",
+       "MaxLevel integer\n> null\nposition 1 of 1\n"},
+      {"cost by warehouse",
+       "select FValue from t_systemprofile where fcategory='IC' and fkey = 'CalculateType'",
+       "FValue text\n> '1'\nposition 1 of 1\n"},
+      {"number of a warehouse", "Select Fnumber from t_stock where Fitemid=52",
+       "FNumber text\n> '01.02'\nposition 1 of 1\n"},
+      {"number of no warehouse", "Select Fnumber from t_stock where Fitemid=50",
+       "FNumber text\nposition empty of 0\n"},
+      // 杭州仓 alone has a right list that is a part of "12"; it is not chosen, so its group is found.
+      {"groups without a chosen child",
+       "select distinct a.FItemID,a.FNumber from t_Item  a inner join t_Item b on a.FItemID=b.FParentID\r\n"
+       "where a.FItemClassID=5 and charindex(b.FRightUserID,'12')>0 and a.FItemID not in(select FParentID "
+       "from "
+       "t_Item where FItemID in(51,53) and charindex(FRightUserID,'12')>0 ) order by a.FNumber ",
+       "FItemID integer | FNumber text\n> 50 | '01'\nposition 1 of 1\n"},
+      {"groups with their child chosen",
+       "select distinct a.FItemID,a.FNumber from t_Item  a inner join t_Item b on a.FItemID=b.FParentID\r\n"
+       "where a.FItemClassID=5 and charindex(b.FRightUserID,'12')>0 and a.FItemID not in(select FParentID "
+       "from "
+       "t_Item where FItemID in(52) and charindex(FRightUserID,'12')>0 ) order by a.FNumber ",
+       "FItemID integer | FNumber text\nposition empty of 0\n"},
+      // An empty right list (54) is no part of anything.
+      {"chosen warehouses that may be seen",
+       " Select FItemID from t_Item where charindex(FRightUserID,'12')>0 And FItemID in (51,52,54) And "
+       "FItemID "
+       "not in(53)",
+       "FItemID integer\n> 52\nposition 1 of 1\n"},
+      {"the parent of what is not chosen", NotShown("(51)"), "FParentID integer\n> 50\nposition 1 of 1\n"},
+      {"a chosen child whose group is not chosen", NotShown("(52)"),
+       "FParentID integer\n> 52\nposition 1 of 1\n"},
+  };
+  const books::test::SmallBook small;
+  const books::Book book = books::Book::Open(small.File());
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.name);
+    EXPECT_EQ(platform::Picture(*book.Execute(each.sql)), each.picture);
+  }
+}
+
+TEST(BookSql, RefusedTextsChangeNothing) {
+  const books::test::SmallBook small;
+  const books::Book book = books::Book::Open(small.File());
+  for (const char* sql :
+       {"DELETE FROM t_Item", "Select 1 From ICCalFlag; DROP TABLE stock",
+        "select FName from t_Item where FItemID in(1) union select password_hash from book_user"}) {
+    SCOPED_TRACE(sql);
+    EXPECT_THROW(book.Execute(sql), platform::Error);
+  }
+  EXPECT_EQ(book.Execute("select count(*) as FCount from t_Item")->Value("FCount"),
+            platform::Variant(std::int32_t{17}));
+}
+
+}  // namespace
