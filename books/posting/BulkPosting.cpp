@@ -1,12 +1,11 @@
 #include "books/posting/BulkPosting.h"
 
-#include <vector>
+#include <limits>
 
-#include "books/posting/Groups.h"
+#include "books/posting/Movements.h"
 #include "books/posting/Periods.h"
 #include "books/posting/Posting.h"
 #include "books/posting/Serials.h"
-#include "books/posting/StockWriter.h"
 
 namespace books::posting {
 
@@ -35,17 +34,7 @@ void BulkPosting::Finish() {
   Statement latest =
       connection_.Query("SELECT COALESCE(MAX(period), 0) FROM bill WHERE id >= ? AND audited = 1", firstId_);
   if (latest.Step()) ExtendBalances(connection_, latest.Int32(0));
-  // Sorted as the table is, so that its pages are filled one after the other.
-  connection_.Execute(
-      "INSERT INTO movement (item_id, date, day_order, bill_id, direction, line, period, bill_class, "
-      "warehouse_id, batch_id, aux_id, quantity, aux_quantity, amount) "
-      "SELECT v.item_id, v.date, v.day_order, v.bill_id, v.direction, v.line, v.period, v.bill_class, "
-      "v.warehouse_id, v.batch_id, v.aux_id, v.quantity, v.aux_quantity, "
-      "CASE WHEN v.day_order < 3 THEN COALESCE(e.amount, 0) ELSE 0 END "
-      "FROM bill_movement v JOIN bill_entry e ON e.bill_id = v.bill_id AND e.line = v.line "
-      "WHERE v.bill_id >= ? AND v.audited = 1 "
-      "ORDER BY v.item_id, v.date, v.day_order, v.bill_id, v.direction, v.line",
-      firstId_);
+  InsertMovements(connection_, firstId_, std::numeric_limits<Id>::max());
   connection_.Execute(
       "INSERT INTO waiting_item (item_id) SELECT DISTINCT e.item_id FROM bill b "
       "JOIN bill_entry e ON e.bill_id = b.id WHERE b.id >= ? AND b.audited = 1 "

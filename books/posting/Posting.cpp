@@ -9,6 +9,7 @@
 
 #include "books/posting/BillWriter.h"
 #include "books/posting/Groups.h"
+#include "books/posting/Movements.h"
 #include "books/posting/Periods.h"
 #include "books/posting/Serials.h"
 #include "books/posting/StockWriter.h"
@@ -94,15 +95,7 @@ void CountDeliveries(Connection& connection, Id bill, int sign) {
 void PutIn(Connection& connection, Id bill, Costing costing) {
   const std::vector<Id> items = ItemsOf(connection, bill);
   ExtendBalances(connection, ReadBill(connection, bill).period);
-  connection.Execute(
-      "INSERT INTO movement (item_id, date, day_order, bill_id, direction, line, period, bill_class, "
-      "warehouse_id, batch_id, aux_id, quantity, aux_quantity, amount) "
-      "SELECT v.item_id, v.date, v.day_order, v.bill_id, v.direction, v.line, v.period, v.bill_class, "
-      "v.warehouse_id, v.batch_id, v.aux_id, v.quantity, v.aux_quantity, "
-      "CASE WHEN v.day_order < 3 THEN COALESCE(e.amount, 0) ELSE 0 END "
-      "FROM bill_movement v JOIN bill_entry e ON e.bill_id = v.bill_id AND e.line = v.line "
-      "WHERE v.bill_id = ?",
-      bill);
+  InsertMovements(connection, bill, bill);
   CountDeliveries(connection, bill, 1);
   Rework(connection, FindGroups(connection, items), items, costing);
   RefreshSerials(connection, bill);
@@ -112,10 +105,7 @@ void TakeOut(Connection& connection, Id bill, Costing costing) {
   const std::vector<Id> items = ItemsOf(connection, bill);
   // Found before the bill's movements are gone: it may be what ties a group together.
   const std::vector<std::vector<Id>> groups = FindGroups(connection, items);
-  Statement remove = connection.Prepare(
-      "DELETE FROM movement WHERE item_id = ? AND date = (SELECT date FROM bill WHERE id = ?) AND bill_id = "
-      "?");
-  for (const Id item : items) remove.Run(item, bill, bill);
+  for (const Id item : items) DeleteMovements(connection, bill, item);
   CountDeliveries(connection, bill, -1);
   Rework(connection, groups, items, costing);
 }
