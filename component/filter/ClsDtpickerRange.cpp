@@ -16,12 +16,12 @@ using platform::Ref;
 
 // Reports that start with stock accounting. All reports that are not here reach as far back as they like.
 constexpr std::array kFromStockStart = std::to_array<std::string_view>(
-    {"-1",    "10501", "10507", "10508", "10521",  "10522", "10523", "10524", "10530",  "10211",
-     "10212", "10219", "10220", "10229", "10230",  "10301", "10302", "10307", "10308",  "10309",
-     "10325", "10332", "10311", "10312", "10313",  "10314", "10331", "10334", "103013", "10335",
-     "127",   "128",   "135",   "137",   "138",    "10401", "10402", "10403", "10411",  "10412",
-     "10413", "10414", "10415", "10416", "10417",  "101",   "10422", "10423", "105",    "106",
-     "111",   "114",   "181",   "182",   "100303", "10424"});
+    {"-1",    "10501", "10507", "10508", "10521", "10522",  "10523", "10524", "10530",  "10211",
+     "10212", "10219", "10220", "10229", "10230", "10301",  "10302", "10307", "10308",  "10309",
+     "10325", "10332", "10311", "10312", "10313", "10314",  "10331", "10334", "103013", "10335",
+     "127",   "128",   "135",   "137",   "138",   "10401",  "10402", "10403", "10411",  "10412",
+     "10413", "10414", "10415", "10416", "10417", "10418",  "101",   "10422", "10423",  "105",
+     "106",   "111",   "114",   "181",   "182",   "100303", "10424"});
 
 const Date kSystemMinimum = Date::Of(2000, 1, 1);
 
@@ -86,25 +86,27 @@ void ClsDtpickerRange::ChooseFloor(const std::string& reportNumber, bool useSyst
   }
 }
 
-std::string ClsDtpickerRange::Correct() {
+ClsDtpickerRange::Finding ClsDtpickerRange::Judge() const {
   const Date from = begin_->GetDate();
   const Date to = end_->GetDate();
   if (from < minimum_ && to < minimum_) {
-    begin_->SetDate(minimum_);
-    end_->SetDate(minimum_);
-    if (from == to)
-      return "[" + ResString("截至日期") + ResString("]不能小于") + minimumLabel_ + ResString("。");
-    return "[" + ResString("起始日期") + ResString("]和[") + ResString("截至日期") +
-           ResString("]都不能小于") + minimumLabel_ + ResString("。");
+    const std::string wrong =
+        from == to ? "[" + ResString("截至日期") + ResString("]不能小于") + minimumLabel_ + ResString("。")
+                   : "[" + ResString("起始日期") + ResString("]和[") + ResString("截至日期") +
+                         ResString("]都不能小于") + minimumLabel_ + ResString("。");
+    return {.wrong = wrong, .from = minimum_, .to = minimum_};
   }
   if (from < minimum_) {
-    begin_->SetDate(minimum_);
-    return "[" + ResString("起始日期") + ResString("]不能小于") + minimumLabel_ + ResString("。");
+    return {.wrong = "[" + ResString("起始日期") + ResString("]不能小于") + minimumLabel_ + ResString("。"),
+            .from = minimum_,
+            .to = to};
   }
   // A to date below the floor with a from date above it ends here too, and no message names the floor.
   if (to < from) {
-    end_->SetDate(from);
-    return "[" + ResString("起始日期") + ResString("]不能大于[") + ResString("截至日期") + ResString("]。");
+    return {.wrong = "[" + ResString("起始日期") + ResString("]不能大于[") + ResString("截至日期") +
+                     ResString("]。"),
+            .from = from,
+            .to = from};
   }
   return {};
 }
@@ -112,12 +114,16 @@ std::string ClsDtpickerRange::Correct() {
 bool ClsDtpickerRange::DTPickerValidateAfterLostFocus(bool showMessage) {
   if (!enabled_) return true;
   platform::SkipErrors([&] {
-    const std::string wrong = Correct();
-    if (wrong.empty()) return;
+    const Finding finding = Judge();
+    if (finding.wrong.empty()) return;
     if (showMessage) {
-      platform::Screen::Current().Ask(
-          {.text = wrong, .title = {}, .icon = platform::MessageIcon::kInformation});
+      platform::SkipErrors([&] {
+        platform::Screen::Current().Ask(
+            {.text = finding.wrong, .title = {}, .icon = platform::MessageIcon::kInformation});
+      });
     }
+    begin_->SetDate(finding.from);
+    end_->SetDate(finding.to);
     if (lastFocused_ != nullptr && lastFocused_->Owner() != nullptr)
       lastFocused_->Owner()->SetFocus(lastFocused_);
   });

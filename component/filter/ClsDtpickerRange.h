@@ -35,8 +35,13 @@ class ClsDtpickerRange {
   void Detach();
   void Watch(platform::DatePicker& picker);
   void ChooseFloor(const std::string& reportNumber, bool useSystemMinimum);
-  // What is wrong with the pair, corrected; empty when nothing is.
-  std::string Correct();
+  // What is wrong with the pair, empty when nothing is, and the dates that put it right.
+  struct Finding {
+    std::string wrong;
+    platform::Date from;
+    platform::Date to;
+  };
+  Finding Judge() const;
 
   platform::Ref<platform::DatePicker> begin_;
   platform::Ref<platform::DatePicker> end_;

@@ -102,9 +102,9 @@ void FilterDialog::LookUpInto(std::int32_t index) {
   if (keyMark_ == 0 || keyMark_ == platform::kKeyF7 || keyMark_ == platform::kKeyF8) {
     auto& text = Field<TextBox>(IdOf(*field));
     if (const Ref<Object> lookup = LookupBaseData(field->dataType, text.Text(), "", 1)) {
-      Object& chosen = lookup->Get("ReturnObject").AsObject();
+      const Variant chosen = lookup->Get("ReturnObject");  // held: the lookup may make it for this answer
       const bool isLong = ProcessState::Get().isLongNumber;
-      text.SetText(platform::ToText(chosen.Get(isLong ? "Number" : "FShortNumber")));
+      text.SetText(platform::ToText(chosen.AsObject().Get(isLong ? "Number" : "FShortNumber")));
       platform::Screen::Current().RunPendingEvents();
     }
   }

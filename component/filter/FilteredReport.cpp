@@ -68,6 +68,7 @@ void ReportFilterReport::TakeOutcome(const Ref<Dictionary>& outcome) {
 }
 
 Variant ReportFilterReport::ShowFilterPlain() {
+  bool failed = true;
   SkipErrors([&] {
     if (!dialog_ || !KeepsDialog()) dialog_ = MakeDialog();
     const Ref<ReportFilterDialog> shown = dialog_;
@@ -75,13 +76,15 @@ Variant ReportFilterReport::ShowFilterPlain() {
     shown->SetAutoFilter(platform::ToInt32(Property()->Lookup("ShowFilter", Variant(-1))));
     shown->Show();
     TakeOutcome(shown->Result());
+    failed = false;
   });
-  if (!KeepsDialog()) {
+  // A kept dialog that failed is loaded anew at the next showing, with its fields as they are.
+  if (failed || !KeepsDialog()) {
     SkipErrors([&] {
       if (dialog_) dialog_->Unload();
     });
-    dialog_ = nullptr;
   }
+  if (!KeepsDialog()) dialog_ = nullptr;
   return {};
 }
 

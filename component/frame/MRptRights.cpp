@@ -8,7 +8,6 @@
 #include "component/frame/MRpt.h"
 #include "component/frame/ProcessState.h"
 #include "platform/object/ClassRegistry.h"
-#include "platform/rows/ProcessStore.h"
 
 namespace component {
 namespace {
@@ -50,12 +49,11 @@ bool GetNeedAuthrize() {
   bool need = false;
   platform::SkipErrors([&] {
     bool& wasRead = ProcessState::Get().needAuthrizeRead;
-    Variant value;
     if (!wasRead) {
-      value = FetchNeedAuthrize();
+      FetchNeedAuthrize();
       wasRead = true;
     }
-    if (platform::ProcessStore()) value = GetProcessValue("NeedAuthrize");
+    Variant value = GetProcessValue("NeedAuthrize");
     // Another component of the process may have cleared it.
     if (value.IsEmpty()) value = FetchNeedAuthrize();
     need = platform::ToBoolean(value);

@@ -59,12 +59,14 @@ class TitleBuilder {
     return std::ranges::find(reports, report_) != reports.end();
   }
 
+  std::string Trimmed(std::string_view key) const {
+    const std::string value = platform::ToText(filter_.Value(key));
+    return std::string(TrimBlanks(value));
+  }
+
   // A value that cannot be read leaves the text as it was.
   void Read(std::string_view key, std::string& text) const {
-    SkipErrors([&] {
-      const std::string value = platform::ToText(filter_.Value(key));
-      text = TrimBlanks(value);
-    });
+    SkipErrors([&] { text = Trimmed(key); });
   }
 
   void AddLine(const std::string& caption) {
@@ -167,8 +169,8 @@ class TitleBuilder {
     std::string caption = ResString("汇总依据[") + name + "]";
     if (multiLevel) {
       SkipErrors([&] {
-        caption = ResString("汇总依据[") + name + "(" + platform::ToText(filter_.Value("MultiLevelBegin")) +
-                  "-" + platform::ToText(filter_.Value("MultiLevelEnd")) + ResString("级)]");
+        caption = ResString("汇总依据[") + name + "(" + Trimmed("MultiLevelBegin") + "-" +
+                  Trimmed("MultiLevelEnd") + ResString("级)]");
       });
     }
     AddLine(caption);

@@ -22,10 +22,6 @@ Object& Kept(Ref<Object>& object, std::string_view programmaticId) {
   return *object;
 }
 
-std::string FieldText(const Recordset& rows, std::string_view field) {
-  return platform::ToText(rows.Value(field));
-}
-
 // A date field as "YYYY-MM-DD", whether the database answers a date or its text.
 std::string FieldDay(const Recordset& rows, std::string_view field) {
   return platform::ToDate(rows.Value(field)).DayOnly().ToText();
@@ -83,8 +79,9 @@ void GetStockPeriodDates(std::string& begin, std::string& end) {
         "t_PeriodDate \n"
         "WHERE FYear=@Year AND FPeriod=@Period ");
     if (!HasRow(rows)) return;
-    begin = FieldDay(*rows, "FStartDate");
+    const std::string first = FieldDay(*rows, "FStartDate");
     end = FieldDay(*rows, "FEndDate");
+    begin = first;  // both or neither: a day that cannot be read leaves the caller's defaults
   });
 }
 
@@ -131,8 +128,9 @@ std::int16_t PeriodSpan(std::int16_t beginYear, std::int16_t beginPeriod, std::i
 std::int16_t GetCanQuickCalculate() {
   const Ref<Recordset> rows = ExecuteSqlOrRaise(
       "SELECT FValue FROM t_SystemProfile WHERE FCategory='General' AND FKey='CanQuickCalculate'");
-  return HasRow(rows) && platform::ToDouble(FieldText(*rows, "FValue")) == 0 ? std::int16_t{0}
-                                                                             : std::int16_t{-1};
+  if (!HasRow(rows)) return -1;
+  const Variant value = rows->Value("FValue");
+  return !value.IsNull() && platform::ToDouble(value) == 0 ? std::int16_t{0} : std::int16_t{-1};
 }
 
 std::int16_t CheckQuickCost(const Ref<Object>& owner, bool prompt) {

@@ -34,8 +34,9 @@ void LoadFormResources(const Ref<Object>& form, Ref<Dictionary>& result, const s
     result->Set("NeedMLColumnHeaders", true);
   }
   Variant changed(result);
-  loader->Call("LoadFrmResStrings", GetPropsString(), language, form, section, changed);
-  result = changed.AsRef<Dictionary>();
+  const Variant texts = loader->Call("LoadFrmResStrings", GetPropsString(), language, form, section, changed);
+  result = platform::detail::FromVariant<Ref<Dictionary>>(changed);
+  platform::detail::FromVariant<Ref<platform::Vector>>(texts);  // a list of texts, which nobody reads
 }
 
 void FillComboByAppType(ComboBox& combo, std::span<const Choice> choices,

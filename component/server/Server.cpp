@@ -37,7 +37,8 @@ ClassFactory* FactoryOf(const platform::ClassId& classId) {
 }  // namespace
 }  // namespace component
 
-extern "C" [[gnu::visibility("default")]] std::int32_t DllRegisterServer(platform::ClassVisitor visit, void* context) {
+extern "C" [[gnu::visibility("default")]] std::int32_t DllRegisterServer(platform::ClassVisitor visit,
+                                                                         void* context) {
   for (const component::ServedClass& served : component::ServedClasses()) {
     platform::ClassRegistry::Process().Register(served.description.programmaticId,
                                                 [&served] { return component::CreateServed(served); });
@@ -56,7 +57,7 @@ extern "C" [[gnu::visibility("default")]] std::int32_t DllUnregisterServer() {
 }
 
 extern "C" [[gnu::visibility("default")]] std::int32_t DllGetClassObject(const platform::ClassId& classId,
-                                          platform::ClassFactory** factory) {
+                                                                         platform::ClassFactory** factory) {
   if (factory == nullptr) return platform::kServerFailed;
   *factory = component::FactoryOf(classId);
   return *factory == nullptr ? platform::kServerNoSuchClass : platform::kServerOk;
