@@ -8,9 +8,9 @@
 #include "platform/rows/Dictionary.h"
 #include "platform/rows/Recordset.h"
 #include "platform/value/Convert.h"
-#include "tests/books/servicesSmallBook.h"
+#include "tests/books/services/SmallBook.h"
 
-// 商品超储短缺表 on the small book, whose stock and levels stand in servicesSmallBook.h.
+// 商品超储短缺表 on the small book, whose stock and levels stand in SmallBook.h.
 namespace {
 
 using platform::Recordset;

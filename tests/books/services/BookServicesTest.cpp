@@ -11,9 +11,9 @@
 #include "platform/value/Clock.h"
 #include "platform/value/Convert.h"
 #include "platform/value/Error.h"
-#include "tests/books/servicesSmallBook.h"
+#include "tests/books/services/SmallBook.h"
 
-// The services of a book, on the small book whose rows stand in servicesSmallBook.h.
+// The services of a book, on the small book whose rows stand in SmallBook.h.
 namespace {
 
 using books::BaseDataQuery;

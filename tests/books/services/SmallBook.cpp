@@ -1,6 +1,6 @@
-#include "tests/books/servicesSmallBook.h"
+#include "tests/books/services/SmallBook.h"
 
-#include <unistd.h>
+#include <random>
 
 #include "books/schema/Schema.h"
 #include "platform/value/Date.h"
@@ -60,9 +60,9 @@ INSERT INTO system_profile (category, key, value) VALUES
 }  // namespace
 
 SmallBook::SmallBook() {
-  static int count = 0;
+  std::random_device random;
   folder_ = std::filesystem::temp_directory_path() /
-            ("small-book-" + std::to_string(getpid()) + "-" + std::to_string(++count));
+            ("small-book-" + std::to_string(random()) + std::to_string(random()));
   std::filesystem::create_directories(folder_);
   file_ = folder_ / "small.book";
   database::Connection connection = schema::CreateBook(file_);

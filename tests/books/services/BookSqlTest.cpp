@@ -6,9 +6,9 @@
 #include "books/Book.h"
 #include "platform/rows/Picture.h"
 #include "platform/value/Error.h"
-#include "tests/books/servicesSmallBook.h"
+#include "tests/books/services/SmallBook.h"
 
-// The component's own SQL texts, run on the small book (servicesSmallBook.h).
+// The component's own SQL texts, run on the small book (SmallBook.h).
 namespace {
 
 struct Case {
