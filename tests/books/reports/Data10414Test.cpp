@@ -5,9 +5,11 @@
 #include <gtest/gtest.h>
 
 #include "books/Book.h"
+#include "books/schema/Schema.h"
 #include "platform/rows/Dictionary.h"
 #include "platform/rows/Recordset.h"
 #include "platform/value/Convert.h"
+#include "tests/books/TinyBook.h"
 #include "tests/books/services/SmallBook.h"
 
 // 商品超储短缺表 on the small book, whose stock and levels stand in SmallBook.h.
@@ -128,6 +130,28 @@ TEST(Data10414, Rows) {
     SCOPED_TRACE(each.name);
     EXPECT_EQ(LinesOf(*Fetch(book, each.filter)), each.lines);
   }
+}
+
+// All items of the tiny book have the levels 20 and 60. Its stock: juice 50 + 17 + 10 in the gift warehouse,
+// yogurt 15 + 6 in two batches (within its levels), candy 70, gift boxes 16, screwdrivers 9, one scanner and
+// 3 tapes. The bill that is not audited, 5 bottles of juice, counts for nothing.
+TEST(Data10414, TinyBook) {
+  const books::test::SmallBook folder;
+  const std::filesystem::path file = folder.File().parent_path() / "tiny.book";
+  {
+    books::database::Connection connection = books::schema::CreateBook(file);
+    books::test::WriteTinyBook(connection);
+  }
+  const books::Book book = books::Book::Open(file);
+  EXPECT_EQ(LinesOf(*Fetch(book, Variant(nullptr))),
+            (std::vector<std::string>{"01.01.001 20 60 77 超储 17", "01.02 20 60 70 超储 10",
+                                      "01.03 20 60 16 短缺 -4", "02.001 20 60 9 短缺 -11",
+                                      "02.002 20 60 1 短缺 -19", "02.003 20 60 3 短缺 -17"}));
+  // The branch holds 17 bottles of juice and nothing else.
+  EXPECT_EQ(LinesOf(*Fetch(
+                book, FilterOf({{"BStockNumber", "02"}, {"EStockNumber", "02"}, {"EItemNumber", "01.02"}}))),
+            (std::vector<std::string>{"01.01.001 20 60 17 短缺 -3", "01.01.002 20 60 0 短缺 -20",
+                                      "01.02 20 60 0 短缺 -20"}));
 }
 
 TEST(Data10414, Fields) {
