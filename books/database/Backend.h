@@ -60,6 +60,9 @@ class ConnectionBackend {
   // What is wrong with the storage itself: damaged pages, references that lead nowhere. Empty when all is
   // well.
   virtual std::vector<std::string> CheckStorage() = 0;
+  // After much was written: brings what the planner knows of the tables up to date and puts the log away.
+  // Does nothing inside a transaction.
+  virtual void Optimize() = 0;
   virtual Identity ReadIdentity() = 0;
   virtual void WriteIdentity(const Identity& identity) = 0;
 };

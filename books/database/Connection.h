@@ -57,6 +57,8 @@ class Connection {
   // Several statements without parameters, for a schema.
   void RunScript(std::string_view sql) { backend_->RunScript(sql); }
 
+  // After much was written, outside a transaction.
+  void Optimize() { backend_->Optimize(); }
   std::vector<std::string> CheckStorage() { return backend_->CheckStorage(); }
   Identity ReadIdentity() { return backend_->ReadIdentity(); }
   void WriteIdentity(const Identity& identity) { backend_->WriteIdentity(identity); }

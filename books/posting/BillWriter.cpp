@@ -141,6 +141,7 @@ const BillWriter::ItemFacts& BillWriter::FactsOf(Id item) {
   if (isNew) {
     readItem_.Bind(item);
     if (readItem_.Step()) found->second = {readItem_.Boolean(0), readItem_.Boolean(1)};
+    readItem_.Reset();
   }
   return found->second;
 }

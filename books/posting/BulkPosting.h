@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
+#include <vector>
 
 #include "books/database/Connection.h"
 #include "books/posting/BillWriter.h"
@@ -26,6 +28,12 @@ class BulkPosting {
   void Finish();
 
  private:
+  std::int32_t LastPeriod();
+  bool HasMovements();
+  void FillStock();
+  std::vector<Id> ItemsWithStock();
+  void CountDeliveries();
+
   database::Transaction transaction_;
   database::Connection& connection_;
   BillWriter writer_;

@@ -58,6 +58,7 @@ void Revalue(Connection& connection, const std::vector<std::vector<Id>>& groups)
     writer.Value(group);
     for (const Id item : group) done.Run(item);
   }
+  writer.Finish();
 }
 
 void Rework(Connection& connection, const std::vector<std::vector<Id>>& groups, std::span<const Id> touched,
@@ -66,7 +67,9 @@ void Rework(Connection& connection, const std::vector<std::vector<Id>>& groups, 
     Revalue(connection, groups);
     return;
   }
-  StockWriter(connection).WriteFigures(touched);
+  StockWriter writer(connection);
+  writer.WriteFigures(touched);
+  writer.Finish();
   for (const Id item : touched) {
     connection.Execute("INSERT INTO waiting_item (item_id) VALUES (?) ON CONFLICT (item_id) DO NOTHING",
                        item);

@@ -34,16 +34,22 @@ StockReader::StockReader(database::Connection& connection)
           "WHERE m.item_id = ? ORDER BY m.date, m.day_order, m.bill_id, m.direction, m.line")) {}
 
 void StockReader::Load(std::span<const Id> items, ItemGroup& group) {
+  LoadWithoutMovements(items, group);
+  for (const Id item : items) LoadMovements(item, group);
+}
+
+void StockReader::LoadWithoutMovements(std::span<const Id> items, ItemGroup& group) {
   group.movements.clear();
   group.openings.clear();
   group.methods.clear();
-  for (const Id item : items) LoadItem(item, group);
+  for (const Id item : items) LoadFacts(item, group);
 }
 
-void StockReader::LoadItem(Id item, ItemGroup& group) {
+void StockReader::LoadFacts(Id item, ItemGroup& group) {
   method_.Bind(item);
   group.methods[item] =
       method_.Step() ? static_cast<schema::Valuation>(method_.Int32(0)) : schema::Valuation::kMovingAverage;
+  method_.Reset();
   openings_.Bind(item);
   while (openings_.Step()) {
     group.openings.push_back({.itemId = item,
@@ -54,6 +60,9 @@ void StockReader::LoadItem(Id item, ItemGroup& group) {
                               .auxQuantity = openings_.GetQuantity(4),
                               .amount = openings_.Amount(5)});
   }
+}
+
+void StockReader::LoadMovements(Id item, ItemGroup& group) {
   movements_.Bind(item);
   while (movements_.Step()) {
     group.movements.push_back({.itemId = item,

@@ -25,9 +25,11 @@ class StockReader {
   const CostingRules& Rules() const { return rules_; }
   // Replaces what the group held before.
   void Load(std::span<const Id> items, ItemGroup& group);
+  void LoadWithoutMovements(std::span<const Id> items, ItemGroup& group);
 
  private:
-  void LoadItem(Id item, ItemGroup& group);
+  void LoadFacts(Id item, ItemGroup& group);
+  void LoadMovements(Id item, ItemGroup& group);
 
   CostingRules rules_;
   database::Statement method_;

@@ -23,18 +23,55 @@ StockWriter::StockWriter(database::Connection& connection)
           "UPDATE movement SET amount = ? WHERE item_id = ? AND date = ? AND day_order = ? AND bill_id = ? "
           "AND direction = ? AND line = ?")),
       deleteBalances_(connection.Prepare("DELETE FROM balance WHERE item_id = ?")),
-      writeBalance_(connection.Prepare(
-          "INSERT INTO balance (item_id, period, warehouse_id, batch_id, aux_id, quantity, aux_quantity, "
-          "amount) VALUES (?, ?, ?, ?, ?, ?, ?, ?)")),
       deleteStock_(connection.Prepare("DELETE FROM stock WHERE item_id = ?")),
-      writeStock_(connection.Prepare(
-          "INSERT INTO stock (item_id, warehouse_id, batch_id, aux_id, quantity, aux_quantity, amount) "
-          "VALUES (?, ?, ?, ?, ?, ?, ?)")) {}
+      movements_(connection, "movement",
+                 "item_id, date, day_order, bill_id, direction, line, period, bill_class, warehouse_id, "
+                 "batch_id, aux_id, quantity, aux_quantity, amount"),
+      balances_(connection, "balance",
+                "item_id, period, warehouse_id, batch_id, aux_id, quantity, aux_quantity, amount"),
+      stock_(connection, "stock", "item_id, warehouse_id, batch_id, aux_id, quantity, aux_quantity, amount") {
+}
 
 void StockWriter::Value(std::span<const Id> items) {
   Load(items);
   ValueMovements(group_.movements, group_.openings, group_.methods, reader_.Rules());
   WriteAmounts();
+  for (const Id item : items) Clear(item);
+  WriteItems(items);
+}
+
+void StockWriter::ValueNew(std::span<const Id> items, std::vector<Movement> movements) {
+  reader_.LoadWithoutMovements(items, group_);
+  group_.movements = std::move(movements);
+  ValueMovements(group_.movements, group_.openings, group_.methods, reader_.Rules());
+  for (const Movement& each : group_.movements) {
+    movements_.Add({each.itemId, each.date, static_cast<int>(each.dayOrder), each.billId, each.direction,
+                    each.line, each.period, static_cast<int>(each.billClass), each.warehouseId, each.batchId,
+                    each.auxId, each.quantity.Units(), each.auxQuantity.Units(), each.amount.Units()});
+  }
+  WriteItems(items);
+}
+
+void StockWriter::WriteFigures(std::span<const Id> items) {
+  for (const Id item : items) {
+    Load({&item, 1});
+    Clear(item);
+    WriteItem(item, group_.movements, group_.openings);
+  }
+}
+
+void StockWriter::Finish() {
+  movements_.Flush();
+  balances_.Flush();
+  stock_.Flush();
+}
+
+void StockWriter::Clear(Id item) {
+  deleteBalances_.Run(item);
+  deleteStock_.Run(item);
+}
+
+void StockWriter::WriteItems(std::span<const Id> items) {
   auto movement = group_.movements.begin();
   auto opening = group_.openings.begin();
   for (const Id item : items) {
@@ -45,13 +82,6 @@ void StockWriter::Value(std::span<const Id> items) {
     WriteItem(item, {movement, movementsEnd}, {opening, openingsEnd});
     movement = movementsEnd;
     opening = openingsEnd;
-  }
-}
-
-void StockWriter::WriteFigures(std::span<const Id> items) {
-  for (const Id item : items) {
-    Load({&item, 1});
-    WriteItem(item, group_.movements, group_.openings);
   }
 }
 
@@ -72,8 +102,6 @@ void StockWriter::WriteAmounts() {
 
 void StockWriter::WriteItem(Id item, std::span<const Movement> movements,
                             std::span<const OpeningStock> openings) {
-  deleteBalances_.Run(item);
-  deleteStock_.Run(item);
   std::map<Cell, Figures> cells;
   for (const OpeningStock& opening : openings) {
     cells[{opening.warehouseId, opening.batchId, opening.auxId}] = {opening.quantity, opening.auxQuantity,
@@ -97,10 +125,11 @@ void StockWriter::WriteItem(Id item, std::span<const Movement> movements,
     }
     for (const auto& [cell, figures] : cells) {
       const auto& [warehouse, batch, aux] = cell;
-      writeBalance_.Run(item, period, warehouse, batch, aux, figures.quantity, figures.auxQuantity,
-                        figures.amount);
+      balances_.Add({item, period, warehouse, batch, aux, figures.quantity.Units(),
+                     figures.auxQuantity.Units(), figures.amount.Units()});
       if (period != until_ || figures == Figures()) continue;
-      writeStock_.Run(item, warehouse, batch, aux, figures.quantity, figures.auxQuantity, figures.amount);
+      stock_.Add({item, warehouse, batch, aux, figures.quantity.Units(), figures.auxQuantity.Units(),
+                  figures.amount.Units()});
     }
   }
 }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "books/database/Connection.h"
+#include "books/database/IntegerRows.h"
 #include "books/posting/StockReader.h"
 #include "books/posting/Valuation.h"
 
@@ -20,8 +21,13 @@ class StockWriter {
   // Works out the movements' amounts, then as WriteFigures. The items are a whole group: nothing outside it
   // is tied to them by an assembly.
   void Value(std::span<const Id> items);
+  // The same for items that have no rows in any stock table yet; their movements, sorted by item and then in
+  // the order of their key, are written too.
+  void ValueNew(std::span<const Id> items, std::vector<Movement> movements);
   // Balances and instant stock from the movements as they stand.
   void WriteFigures(std::span<const Id> items);
+  // What was written stands in the tables only after this.
+  void Finish();
 
  private:
   // Figures of one cell: warehouse, batch and auxiliary property of an item.
@@ -35,6 +41,8 @@ class StockWriter {
 
   void Load(std::span<const Id> items);
   void WriteAmounts();
+  void Clear(Id item);
+  void WriteItems(std::span<const Id> items);
   void WriteItem(Id item, std::span<const Movement> movements, std::span<const OpeningStock> openings);
 
   StockReader reader_;
@@ -42,9 +50,10 @@ class StockWriter {
   std::int32_t until_ = 0;
   database::Statement writeAmount_;
   database::Statement deleteBalances_;
-  database::Statement writeBalance_;
   database::Statement deleteStock_;
-  database::Statement writeStock_;
+  database::IntegerRows movements_;
+  database::IntegerRows balances_;
+  database::IntegerRows stock_;
 
   ItemGroup group_;                         // the one at hand
   std::vector<platform::Currency> stored_;  // its movements' amounts in the book

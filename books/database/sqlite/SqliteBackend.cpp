@@ -139,6 +139,12 @@ class Connection final : public ConnectionBackend {
   Identity ReadIdentity() override {
     return {Number("PRAGMA application_id"), Number("PRAGMA user_version")};
   }
+  void Optimize() override {
+    if (sqlite3_get_autocommit(handle_.get()) == 0) return;
+    RunScript("PRAGMA analysis_limit = 2000; ANALYZE");
+    // Somebody who reads can keep the log from being put away; it will be when they have finished.
+    sqlite3_wal_checkpoint_v2(handle_.get(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+  }
   std::vector<std::string> CheckStorage() override {
     std::vector<std::string> findings;
     const std::unique_ptr<StatementBackend> pages = Prepare("PRAGMA integrity_check");
