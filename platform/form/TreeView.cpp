@@ -40,6 +40,11 @@ void TreeView::Clear() {
   nodes_.clear();
 }
 
+void TreeView::DropEvents() {
+  Control::DropEvents();
+  onNodeCheck = {};
+}
+
 void TreeView::ToggleByUser(Node& node) {
   node.checked = !node.checked;
   if (onNodeCheck) onNodeCheck(node);

@@ -39,6 +39,7 @@ class TreeView final : public Control {
   // A user changed the node's box; setting Node::checked from code fires nothing.
   void ToggleByUser(Node& node);
   std::function<void(Node& node)> onNodeCheck;
+  void DropEvents() override;
 
  private:
   std::vector<std::unique_ptr<Node>> nodes_;

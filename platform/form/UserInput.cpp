@@ -24,6 +24,19 @@ constexpr std::array kNamedKeys = {
                   " cannot be " + std::string(action));
 }
 
+bool HasValueToSet(const Control& control) {
+  switch (control.GetKind()) {
+    case ControlKind::kText:
+    case ControlKind::kCombo:
+    case ControlKind::kCheck:
+    case ControlKind::kOption:
+    case ControlKind::kDate:
+      return true;
+    default:
+      return false;
+  }
+}
+
 // One UTF-8 character as its code point; -1 when the text is not exactly one character.
 int OneCharacter(std::string_view text) {
   if (text.empty()) return -1;
@@ -59,6 +72,12 @@ UserInput::Outcome UserInput::Set(std::string_view id, const Variant& value) {
   if (const Outcome refused = Check(control)) return refused;
   if (const auto* text = dynamic_cast<const TextBox*>(&control); text != nullptr && text->ReadOnly()) {
     return Refusal::kDisabled;
+  }
+  if (!HasValueToSet(control)) NotUnderstood(control, "set");
+  if (const auto* picker = dynamic_cast<const DatePicker*>(&control);
+      picker != nullptr && ToDate(value) < picker->MinDate()) {
+    throw Error(ErrorNumber::kInvalidCall, "UserInput",
+                picker->Id() + ": a day before " + picker->MinDate().ToText() + " cannot be chosen");
   }
   control.SetValue(value);
   return std::nullopt;

@@ -15,7 +15,7 @@ std::string_view ToString(Refusal refusal);
 // What a user does in a form, with every event that follows from it. A page and a script player act through
 // this one class, so that both follow the same rules. An action that a user could not have done changes
 // nothing and answers why. A control that the form has not got, or an action that it does not understand,
-// raises kInvalidCall.
+// raises kInvalidCall, and so does a day before a date picker's minimum.
 class UserInput {
  public:
   using Outcome = std::optional<Refusal>;  // nothing: it was done
