@@ -72,9 +72,8 @@ void WriteItems(Connection& connection, const Company& company) {
       connection.Prepare("INSERT INTO item_unit (item_id, unit_id, factor, package) VALUES (?, ?, ?, ?)");
   for (const Item& item : company.items) {
     const Family& family = *item.family;
-    const std::optional<Id> supplier =
-        item.suppliers.empty() ? std::nullopt : std::optional(company.suppliers[item.suppliers[0]].id);
-    insert.Run(item.id, item.model, item.barcode, item.unitId, IfAny(item.auxUnitId), supplier,
+    const Id supplier = item.suppliers.empty() ? 0 : company.suppliers[item.suppliers[0]].id;
+    insert.Run(item.id, item.model, item.barcode, item.unitId, IfAny(item.auxUnitId), IfAny(supplier),
                family.valuation, item.Is(Handling::kBatch), item.Is(Handling::kSerial), family.shelfLifeDays,
                family.quantityDecimals, 2);
     further.Run(item.id, item.unitId, kMillion, false);

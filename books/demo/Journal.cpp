@@ -1,6 +1,7 @@
 #include "books/demo/Journal.h"
 
 #include "books/demo/Registry.h"
+#include "platform/value/Variant.h"
 
 namespace books::demo {
 namespace {
@@ -88,8 +89,8 @@ Id Journal::NewBatch(const Item& item, platform::Date produced) {
   const int sameDay = batchesOfDay_[(item.id * kDays) + produced.Days()]++;
   if (sameDay > 0) number += '-' + std::to_string(sameDay + 1);
   const std::int32_t life = item.family->shelfLifeDays;
-  const std::optional<platform::Date> expiry =
-      life > 0 ? std::optional(produced.AddDays(life)) : std::nullopt;
+  platform::Variant expiry = platform::Null();
+  if (life > 0) expiry = produced.AddDays(life);
   insertBatch_.Run(++lastBatch_, item.id, number, produced, life, expiry);
   return lastBatch_;
 }
