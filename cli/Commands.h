@@ -20,5 +20,6 @@ class UsageError : public std::runtime_error {
 void AddListCommand(CLI::App& app, int& status);
 void AddRunCommand(CLI::App& app, int& status);
 void AddPlayCommand(CLI::App& app, int& status);
+void AddDemoCommand(CLI::App& app, int& status);
 
 }  // namespace cli

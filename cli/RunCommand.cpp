@@ -7,10 +7,11 @@
 
 #include "cli/Commands.h"
 #include "cli/Output.h"
-#include "cli/ReportRun.h"
 #include "platform/rows/Dictionary.h"
 #include "platform/value/Convert.h"
-#include "player/Json.h"
+#include "player/BookBackend.h"
+#include "player/Host.h"
+#include "player/ReportRun.h"
 
 namespace cli {
 namespace {
@@ -19,15 +20,19 @@ using platform::Dictionary;
 using platform::Recordset;
 using platform::Ref;
 using platform::Variant;
-using platform::Vector;
+
+using player::ReportOutcome;
 
 struct RunOptions {
-  ReportRequest request;
+  std::string report;
   std::vector<std::string> keys;
   std::string book;
   std::string format = "table";
   std::string out;
   std::optional<std::size_t> limit;
+  std::optional<std::int32_t> appType;
+  std::optional<std::int32_t> industryType;
+  std::int32_t userId = 0;
 };
 
 std::pair<std::string, std::string> SplitKey(const std::string& argument) {
@@ -46,9 +51,8 @@ const Recordset& RowsOf(const ReportOutcome& outcome) {
 
 std::vector<std::string> TitleLines(const ReportOutcome& outcome) {
   std::vector<std::string> lines;
-  const Ref<Vector> title = outcome.title.AsRef<Vector>();
-  if (!title) return lines;
-  for (const Variant& item : title->Items()) {
+  if (!outcome.title) return lines;
+  for (const Variant& item : outcome.title->Items()) {
     if (const Ref<Dictionary> line = item.AsRef<Dictionary>()) {
       lines.push_back(platform::ToText(line->Value("FCaption")));
     }
@@ -64,27 +68,21 @@ void CutRows(player::Json& rows, std::optional<std::size_t> limit) {
 }
 
 void WriteJson(std::ostream& out, const ReportOutcome& outcome, std::optional<std::size_t> limit) {
-  player::Json json = player::Json::object();
-  json["result"] = player::ToJson(outcome.result);
-  json["property"] = player::ToJson(outcome.property);
-  json["title"] = player::ToJson(outcome.title);
-  json["header"] = player::ToJson(outcome.header);
-  json["rows"] = player::ToJson(outcome.rows);
+  player::Json json = player::ToJson(outcome);
   CutRows(json["rows"], limit);
   out << player::ToLine(json) << '\n';
 }
 
 void WriteOutcome(std::ostream& out, const ReportOutcome& outcome, const RunOptions& options) {
   if (options.format == "json") return WriteJson(out, outcome, options.limit);
-  const Ref<Vector> header = outcome.header.AsRef<Vector>();
-  const Ref<Dictionary> property = outcome.property.AsRef<Dictionary>();
-  if (!header || !property) throw std::runtime_error("the report hands back no heading");
+  if (!outcome.header || !outcome.property) throw std::runtime_error("the report hands back no heading");
   const Recordset& rows = RowsOf(outcome);
-  const Grid grid(*header, rows);
+  const Grid grid(*outcome.header, rows);
   if (options.format == "csv") {
     WriteCsv(out, grid, options.limit);
   } else {
-    WriteTable(out, platform::ToText(property->Value("Name")), TitleLines(outcome), grid, options.limit);
+    WriteTable(out, platform::ToText(outcome.property->Value("Name")), TitleLines(outcome), grid,
+               options.limit);
   }
   const std::size_t shown = std::min(grid.RowCount(), options.limit.value_or(grid.RowCount()));
   if (shown < grid.RowCount()) {
@@ -115,11 +113,28 @@ std::string BookOf(const RunOptions& options) {
   throw UsageError("no stock book is given; use --book FILE, or make one with `stockrpt demo FILE`");
 }
 
-int Run(RunOptions& options) {
-  for (const std::string& key : options.keys) options.request.keys.push_back(SplitKey(key));
-  options.request.book = BookOf(options);
-  ReportRun run(options.request);
-  const ReportOutcome outcome = run.Run();
+std::unique_ptr<player::DataBackend> OpenBook(const RunOptions& options) {
+  try {
+    return player::OpenBook(BookOf(options), [userId = options.userId] { return userId; });
+  } catch (const platform::Error& error) {
+    throw UsageError(error.Description());
+  }
+}
+
+int Run(const RunOptions& options) {
+  player::FilterSettings settings;
+  for (const std::string& key : options.keys) settings.push_back(SplitKey(key));
+  player::ReportRun run({.component = player::DefaultComponentPath(),
+                         .book = OpenBook(options),
+                         .appType = options.appType,
+                         .industryType = options.industryType});
+  ReportOutcome outcome;
+  try {
+    outcome = run.Run(options.report, settings);
+  } catch (const platform::Error& error) {
+    if (error.Number() == platform::ErrorNumber::kBadArgument) throw UsageError(error.Description());
+    throw;
+  }
   if (!outcome.ok) {
     std::cerr << "stockrpt: "
               << (outcome.error.empty() ? "the report failed without a reason" : outcome.error) << '\n';
@@ -134,7 +149,7 @@ int Run(RunOptions& options) {
 void AddRunCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<RunOptions>();
   CLI::App* command = app.add_subcommand("run", "Run a report on a stock book and write what it shows.");
-  command->add_option("report", options->request.report, "Class name or number: Rpt10414, 10414")->required();
+  command->add_option("report", options->report, "Class name or number: Rpt10414, 10414")->required();
   command->add_option("keys", options->keys,
                       "Conditions as KEY=VALUE, by the keys of the report's filter dialog");
   command->add_option("--book", options->book, "The stock book; without it the one named by STOCKRPT_BOOK");
@@ -144,13 +159,11 @@ void AddRunCommand(CLI::App& app, int& status) {
   command->add_option("--out", options->out, "The file to write; without it standard output");
   command->add_option("--limit", options->limit, "The most rows that are written")
       ->check(CLI::NonNegativeNumber);
-  command->add_option("--app-type", options->request.appType, "The application type")
+  command->add_option("--app-type", options->appType, "The application type")
       ->check(CLI::IsMember({1, 2, 4}));
-  command
-      ->add_option("--industry-type", options->request.industryType,
-                   "The industry type; 1 for food by weight")
+  command->add_option("--industry-type", options->industryType, "The industry type; 1 for food by weight")
       ->check(CLI::NonNegativeNumber);
-  command->add_option("--user", options->request.userId, "The user whose rights apply; without it none are")
+  command->add_option("--user", options->userId, "The user whose rights apply; without it none are")
       ->check(CLI::Range(0, 32767));
   command->callback([options, &status] { status = Run(*options); });
 }

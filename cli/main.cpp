@@ -22,6 +22,7 @@ int main(int argc, char** argv) {
   cli::AddListCommand(app, status);
   cli::AddRunCommand(app, status);
   cli::AddPlayCommand(app, status);
+  cli::AddDemoCommand(app, status);
 
   try {
     app.parse(argc, argv);
