@@ -30,7 +30,7 @@ SELECT 1000 + i, 4, printf('%02d.%04d', i % 20, i), printf('%04d', i), printf('å
 INSERT INTO item (id, unit_id, model, min_quantity, max_quantity)
 SELECT id, 1, printf('M%d', id), 2350000000, 2450000000 FROM base_data WHERE class_id = 4;
 INSERT INTO item_limit (item_id, warehouse_id, min_quantity, max_quantity)
-SELECT i.id, w.id, 150000000, 250000000 FROM item i, warehouse w;
+SELECT i.id, w.id, 190000000, 210000000 FROM item i, warehouse w;
 INSERT INTO batch (id, item_id, number)
 SELECT i.id * 2 + b.value, i.id, printf('B%d', b.value) FROM item i, (SELECT 0 AS value UNION SELECT 1) b;
 INSERT INTO stock (item_id, warehouse_id, batch_id, aux_id, quantity, aux_quantity, amount)

@@ -9,7 +9,7 @@
 namespace books::reader {
 namespace {
 
-constexpr std::size_t kLongestText = 256 * 1024;
+constexpr std::size_t kLongestText = 262144;
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
