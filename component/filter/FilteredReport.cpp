@@ -17,6 +17,7 @@ bool IsConfirmed(const Dictionary& outcome) { return platform::ToBoolean(outcome
 }  // namespace
 
 Variant TOVRptFilterReport::ShowFilter() {
+  const Ref<TOVRptFilterReport> kept(this);  // the browser may let go of the report while the dialog is up
   Ref<TOVRptFilterDialog> dialog;
   SkipErrors([&] {
     if (noFilter_) {
@@ -68,6 +69,7 @@ void ReportFilterReport::TakeOutcome(const Ref<Dictionary>& outcome) {
 }
 
 Variant ReportFilterReport::ShowFilterPlain() {
+  const Ref<ReportFilterReport> kept(this);  // as above
   bool failed = true;
   SkipErrors([&] {
     if (!dialog_ || !KeepsDialog()) dialog_ = MakeDialog();

@@ -74,6 +74,7 @@ void Report::SetFilter(const Ref<Dictionary>& filter) {
 }
 
 Variant Report::GetReportData() {
+  const Ref<Report> kept(this);  // the browser may let go of the report while events run
   try {
     if (!IsOk()) return {};
     if (!facts_.titleInsideBox) {

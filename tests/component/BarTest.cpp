@@ -170,10 +170,10 @@ TEST_F(BarTest, WithoutABoxOnlyUnloadAndShowMayBeCalled) {
       {"HideProgBar", {}},        {"SetBarMaxValue", {1}}, {"SetBarMinValue", {1}}, {"SetBarValue", {1}},
       {"SetBarValueWithMax", {}}, {"SetMsg", {"x"}},       {"SetMsgHead", {"x"}},   {"ShowProgBar", {}}};
   auto expectRefused = [&] {
-    for (const auto& [operation, arguments] : calls) {
-      SCOPED_TRACE(operation);
-      std::vector<Variant> given = arguments;
-      EXPECT_EQ(RaisedNumber([&] { bar->Invoke(operation, platform::CallKind::kMethod, given); }),
+    for (const auto& call : calls) {
+      SCOPED_TRACE(call.first);
+      std::vector<Variant> given = call.second;
+      EXPECT_EQ(RaisedNumber([&] { bar->Invoke(call.first, platform::CallKind::kMethod, given); }),
                 ErrorNumber::kObjectNotSet);
     }
     EXPECT_TRUE(bar->Unload().IsEmpty());

@@ -34,15 +34,6 @@ class FilterDialogTest : public ComponentTest {
   C& Field(std::string_view id) const {
     return dynamic_cast<C&>(*dialog->Find(id));
   }
-  void Choose(const char* number, const char* shortNumber) {
-    desk.Answer("Test.Row", "Number", number);
-    desk.Answer("Test.Row", "FShortNumber", shortNumber);
-    desk.Answer("Test.Row", "Detail", true);
-    desk.On("Test.Lookup", "ReturnObject",
-            [this](std::span<Variant>) { return Variant(desk.Make("Test.Row")); });
-    desk.On("TOVEBCGLView.GLView", "ItemLookUp",
-            [this](std::span<Variant>) { return Variant(desk.Make("Test.Lookup")); });
-  }
   std::string Texts() const {
     std::string texts;
     for (const char* id : {"txtItem(0)", "txtItem(1)", "txtItem(2)", "txtItem(3)"}) {

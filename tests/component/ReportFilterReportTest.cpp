@@ -93,6 +93,21 @@ TEST_F(ReportFilterReportTest, TheArgumentIsAcceptedAndIgnored) {
             platform::ErrorNumber::kArgumentCount);
 }
 
+TEST_F(ReportFilterReportTest, TheBrowserMayLetGoWhileTheDialogIsUp) {
+  for (const bool keeps : {false, true}) {
+    SCOPED_TRACE(keeps ? "kept" : "made anew");
+    report = MakeRef<SampleReport>();
+    report->Initialize();
+    report->keepsDialog = keeps;
+    ShowWith([&](Form& form, UserInput& user) {
+      report = nullptr;
+      Ok(form, user);
+    });
+    EXPECT_EQ(Report::LiveCount(), 0);
+    EXPECT_EQ(desk.living, 0);
+  }
+}
+
 TEST_F(ReportFilterReportTest, ADialogIsMadeAnewEachTime) {
   ShowWith(Ok);
   ShowWith(Cancel);

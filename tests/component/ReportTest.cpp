@@ -246,6 +246,18 @@ TEST_F(ReportTest, RefreshAloneFetchesInAnyState) {
   EXPECT_EQ(Spell(report->Result()->Value("OK")), "True");
 }
 
+TEST_F(ReportTest, TheBrowserMayLetGoBeforeTheBoxIsUp) {
+  ReportFacts facts = kSampleFacts;
+  facts.titleInsideBox = false;
+  Ref<SampleReport> report = Made(facts);
+  report->SetFilter(Keys({}));
+  desk.screen.onPending = [&] { report = nullptr; };
+  report->GetReportData();
+  desk.screen.onPending = {};
+  EXPECT_EQ(Report::LiveCount(), 0);
+  EXPECT_EQ(desk.Count("bar Unload"), 1) << "the fetch it was asked for is finished";
+}
+
 TEST_F(ReportTest, TheBrowserMayLetGoWhileTheBoxIsUp) {
   Ref<SampleReport> report = Made();
   report->SetFilter(Keys({}));

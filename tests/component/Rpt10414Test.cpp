@@ -130,6 +130,15 @@ TEST_F(Rpt10414Test, AConfirmedDialogGivesTheFilter) {
   EXPECT_EQ(Spell(fromDialog->Value("OrderBy")), "'FItemNumber ASC '");
 }
 
+TEST_F(Rpt10414Test, TheBrowserMayLetGoWhileTheDialogIsUp) {
+  ShowWith([&](Form& form, UserInput& user) {
+    report = nullptr;
+    Ok(form, user);
+  });
+  EXPECT_EQ(Report::LiveCount(), 0);
+  EXPECT_EQ(desk.living, 0);
+}
+
 TEST_F(Rpt10414Test, TheDialogIsOpenedWithTheNumberOfTheText) {
   struct Row {
     const char* text;
