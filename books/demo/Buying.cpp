@@ -231,7 +231,7 @@ void Buying::ReceiveDelivery(const Delivery& delivery) {
   for (const Line& line : delivery.lines) {
     Shelf& shelf = business_.shelves.At(line.shelf);
     const Item& item = business_.shelves.ItemOf(shelf);
-    const std::int32_t oldest = std::max(item.family->shelfLifeDays / 10, 3);
+    const std::int32_t oldest = std::max(item.family->shelfLifeDays / 6, 3);
     for (const Taken& goods : NewGoods(item, line.quantity, oldest)) {
       posting::Entry entry = NewEntry(business_, shelf, goods, line.price);
       entry.orderId = line.order;

@@ -17,6 +17,8 @@ constexpr std::string_view kQuarters[] = {"城东",   "城西",   "城南", "城
 constexpr std::string_view kPlaces[] = {"青禾",   "云溪",   "柳湾", "石桥", "东岭", "南塘", "北坡",
                                         "竹园",   "枫林",   "荷塘", "沙洲", "梅岭", "松岗", "桃源里",
                                         "白鹭洲", "杏花村", "稻香", "清泉", "长亭", "渔浦"};
+constexpr std::string_view kStreets[] = {"",     "东街", "西街", "南路", "北路", "中路", "新村", "桥头",
+                                         "花园", "小区", "广场", "老巷", "市场", "码头", "山庄", "里"};
 constexpr std::string_view kTrades[5][4] = {{"粮油供应站", "食品批发部", "农产品合作社", "副食商行"},
                                             {"日化经营部", "洗护用品厂", "纸品厂", "日用品批发部"},
                                             {"五金工具厂", "机电经营部", "水暖建材行", "电线电缆厂"},
@@ -49,11 +51,13 @@ constexpr std::array<User, 3> kUsers = {User{101, "管理员", false}, User{205,
 constexpr std::string_view kAdministrator = "101";
 constexpr std::string_view kSomeWarehouses = "101,205";
 
+// Twenty places, then the streets of each, then the second of every street.
 std::string PlaceName(std::size_t ordinal) {
   const std::size_t round = ordinal / std::size(kPlaces);
+  const std::size_t lap = round / std::size(kStreets);
   std::string name(kPlaces[ordinal % std::size(kPlaces)]);
-  if (round > 0)
-    name += round < std::size(kNumerals) ? std::string(kNumerals[round]) : std::to_string(round + 1);
+  name += kStreets[round % std::size(kStreets)];
+  if (lap > 0) name += lap < std::size(kNumerals) ? std::string(kNumerals[lap]) : std::to_string(lap + 1);
   return name;
 }
 

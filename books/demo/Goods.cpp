@@ -63,9 +63,12 @@ std::string BarcodeOf(std::size_t ordinal) {
   return code + static_cast<char>('0' + ((10 - (sum % 10)) % 10));
 }
 
-// Few items sell often, many now and then, some hardly ever.
-int WeightOf(Random& random) {
+// Few items sell often, many now and then, some hardly ever. Nobody keeps food that hardly sells.
+int WeightOf(const Family& family, Random& random) {
   const std::int64_t draw = random.Between(1, 100);
+  if (family.shelfLifeDays > 0 && family.shelfLifeDays <= 400) {
+    return static_cast<int>(draw <= 25 ? random.Between(80, 150) : random.Between(45, 75));
+  }
   if (draw <= 15) return static_cast<int>(random.Between(80, 150));
   if (draw <= 50) return static_cast<int>(random.Between(30, 60));
   if (draw <= 92) return static_cast<int>(random.Between(12, 24));
@@ -95,7 +98,7 @@ class ItemMaker {
       item.barcode = BarcodeOf(company_.items.size());
       item.cost = std::max<std::int64_t>(random_.Around(made.cost, 120) / kFen * kFen, 2 * kFen);
       item.markup = static_cast<int>(random_.Between(1180, 1550));
-      item.weight = WeightOf(random_) * family.pace / 100 + 1;
+      item.weight = WeightOf(family, random_) * family.pace / 100 + 1;
       item.sale = random_.Around(std::int64_t{family.typicalSale} * kMillion, 500) / kMillion * kMillion;
       item.sale = std::max(item.sale, kMillion);
       AddUnits(item);

@@ -309,7 +309,7 @@ void Keeping::DisposeOfExpired() {
     for (const std::size_t index : business_.shelves.InWarehouse(warehouse)) {
       const Shelf& shelf = business_.shelves.At(index);
       const Item& item = business_.shelves.ItemOf(shelf);
-      if (item.family->shelfLifeDays == 0 || !random_.Chance(item.Perishable() ? 950 : 250)) continue;
+      if (item.family->shelfLifeDays == 0 || !random_.Chance(item.Perishable() ? 950 : 130)) continue;
       for (const Taken& goods : business_.shelves.TakeExpired(index, business_.day.Days())) {
         bill.entries.push_back(NewEntry(business_, shelf, goods, std::nullopt));
       }

@@ -55,11 +55,10 @@ void Shelves::PlaceItem(std::size_t item, Random& random) {
   if ((department == '3' || department == '4') && centrals > 2) home = 2;
   if (department == '5' && centrals > 3) home = 3;
   AddShelf(item, home, facts.weight * 2);
-  if (!shops.empty()) {
-    const std::size_t count = std::min<std::size_t>(shops.size(), facts.Perishable()   ? 1
-                                                                  : facts.weight >= 60 ? 4
-                                                                  : facts.weight >= 12 ? 2
-                                                                                       : 1);
+  // Fresh goods are delivered from the cold store alone.
+  if (!shops.empty() && !facts.Perishable()) {
+    const std::size_t wished = facts.weight >= 60 ? 4 : facts.weight >= 12 ? 2 : 1;
+    const std::size_t count = std::min(shops.size(), wished);
     const std::size_t first = random.Below(shops.size());
     for (std::size_t step = 0; step < count; ++step) {
       AddShelf(item, shops[(first + (step * 3)) % shops.size()], facts.weight);
@@ -95,12 +94,14 @@ void Shelves::SetLevels(std::int64_t linesPerDayTimesMillion) {
     std::int64_t fetch = shelf.sale * 4;
     if (item.family->shelfLifeDays > 0) {
       const std::int64_t sellable = rate * item.family->shelfLifeDays * 2 / 5 / 1000 * shelf.sale / 1000;
-      fetch = std::clamp(sellable, perishable ? shelf.sale / 2 : shelf.sale, fetch);
+      fetch = std::clamp(sellable, shelf.sale / 2, fetch);
     }
-    shelf.reorder = perishable ? shelf.sale / 2 : shelf.sale * (central ? 2 : 1);
+    shelf.reorder = item.family->shelfLifeDays > 0 ? shelf.sale / 2 : shelf.sale * (central ? 2 : 1);
     shelf.reorder += rate * (perishable ? 2 : 5) / 1000 * shelf.sale / 1000;
     shelf.reorder = std::max(RoundDown(item, shelf.reorder), RoundDown(item, kMillion));
-    shelf.full = shelf.reorder + RoundUp(item, fetch);
+    // A central warehouse buys whole packages, a shop fetches what it needs.
+    shelf.full =
+        shelf.reorder + (central ? RoundUp(item, fetch) : std::max(RoundDown(item, fetch), kMillion));
   }
 }
 
