@@ -65,7 +65,8 @@ SELECT number, j.name AS name, model, u.name AS unit, lowest, highest, quantity,
 FROM judged j
 JOIN unit u ON u.id = j.unit_id
 LEFT JOIN unit a ON a.id = j.aux_unit_id
-WHERE (lowest > 0 AND quantity < lowest) OR (highest > 0 AND quantity > highest)
+WHERE ((lowest > 0 AND quantity < lowest) OR (highest > 0 AND quantity > highest))
+  AND EXISTS (SELECT 1 FROM chosen)
 ORDER BY {order}
 )sql";
 

@@ -16,6 +16,8 @@ namespace books::reports {
 // - Levels: the item's own, when all warehouses are selected; otherwise the sum of the levels that the
 //   selected warehouses set for the item. Where the one kind is not set, the other one stands in: an item
 //   without levels by warehouse is judged by its own, and the other way round.
+// - Without any warehouse, because none is selected or the user may see none, nothing is judged and nothing
+//   listed: a user learns nothing of goods that lie where they may not look.
 // - A level of 0 is no level. An item without levels, and a disabled one, is not listed.
 // - FStatus is 短缺 below the lowest level, 超储 above the highest. FOverQty is what lies above (positive) or
 //   is missing (negative). FSecQty is null for an item without auxiliary unit.

@@ -122,6 +122,7 @@ std::vector<std::string> Reckon(const World& world, const Asked& asked) {
     if (visible && Within(world.warehouses[at], asked.fromStock, asked.toStock)) chosen.push_back(w);
   }
   std::vector<std::string> lines;
+  if (chosen.empty()) return lines;
   for (const Item& item : world.items) {
     if (item.disabled || !Within(item.number, asked.fromItem, asked.toItem)) continue;
     int quantity = 0;
