@@ -1,5 +1,7 @@
 #include "player/Host.h"
 
+#include <exception>
+
 #include "platform/rows/ProcessStore.h"
 
 namespace player {
@@ -28,8 +30,9 @@ Host::~Host() {
   platform::Screen::Use(nullptr);
   platform::SetProcessStore(nullptr);
   desk_->Close();
-  // Code that an object still refers to must not go away under it.
-  if (component_ && !component_->CanUnload()) static_cast<void>(component_.release());
+  // Code that an object or an error on its way out still refers to must not go away under it.
+  const bool inUse = component_ && (!component_->CanUnload() || std::uncaught_exceptions() > 0);
+  if (inUse) static_cast<void>(component_.release());
 }
 
 std::vector<platform::ComponentClass> Host::Classes() const {
