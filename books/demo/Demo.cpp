@@ -75,7 +75,7 @@ void WriteBook(const std::filesystem::path& file, const Plan& plan, const DemoPr
   WriteBaseData(connection, plan, company, shelves, prices);
   posting::BeginAccounting(connection, plan.firstDay.Calendar().year, plan.firstDay.Calendar().month,
                            plan.today.Calendar().year);
-  demo::Journal journal(connection, plan);
+  demo::Journal journal(connection);
   PlayTrade(plan, company, shelves, prices, journal,
             [&](double done) { progress("bills", 0.05 + (done * 0.45)); });
   progress("posting", 0.5);

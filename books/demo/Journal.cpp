@@ -39,9 +39,8 @@ double PriceOf(std::int64_t tenThousandths) { return static_cast<double>(tenThou
 
 }  // namespace
 
-Journal::Journal(database::Connection& connection, const Plan& plan)
-    : plan_(plan),
-      posting_(connection),
+Journal::Journal(database::Connection& connection)
+    : posting_(connection),
       insertOrder_(connection.Prepare(
           "INSERT INTO order_bill (id, bill_class, number, date, supplier_id, customer_id, department_id, "
           "employee_id, audited) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)")),

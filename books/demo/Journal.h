@@ -39,7 +39,7 @@ struct Order {
 // the order in which they are written; one that is written late has an early date and a late number.
 class Journal {
  public:
-  Journal(database::Connection& connection, const Plan& plan);
+  explicit Journal(database::Connection& connection);
 
   void Write(posting::Document document);
   void WriteLate(posting::Document document, platform::Date on) {
@@ -62,7 +62,6 @@ class Journal {
  private:
   std::string NextNumber(schema::BillClass billClass, platform::Date date);
 
-  const Plan& plan_;
   posting::BulkPosting posting_;
   database::Statement insertOrder_;
   database::Statement insertOrderEntry_;

@@ -28,8 +28,7 @@ std::int64_t RoundDown(const Item& item, std::int64_t quantity) {
 }
 
 Shelves::Shelves(const Plan& plan, const Company& company)
-    : plan_(plan),
-      company_(company),
+    : company_(company),
       byWarehouse_(company.warehouses.size()),
       byItem_(company.items.size()),
       wanted_(company.warehouses.size()),
@@ -125,7 +124,8 @@ std::vector<Taken> Shelves::Take(std::size_t index, std::int64_t quantity, std::
   std::vector<Taken> taken;
   std::ranges::stable_sort(shelf.lots, {}, &Lot::expiryDay);
   // Now and then somebody takes what lies in front, and the older goods grow older.
-  if (shelf.lots.size() > 1 && random.Chance(120)) std::ranges::rotate(shelf.lots, shelf.lots.end() - 1);
+  if (shelf.lots.size() > 1 && random.Chance(120))
+    std::rotate(shelf.lots.begin(), shelf.lots.end() - 1, shelf.lots.end());
   for (Lot& lot : shelf.lots) {
     if (quantity <= 0) break;
     if (lot.quantity <= 0 || (lot.expiryDay != 0 && lot.expiryDay <= day)) continue;

@@ -79,7 +79,6 @@ class Shelves {
   void PlaceItem(std::size_t item, Random& random);
   void SetLevels(std::int64_t linesPerDayTimesMillion);
 
-  const Plan& plan_;
   const Company& company_;
   std::vector<Shelf> shelves_;
   std::vector<std::vector<std::size_t>> byWarehouse_;
