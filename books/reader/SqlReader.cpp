@@ -204,16 +204,24 @@ class Writer {
       }
       default: {
         Put("(");
-        const FieldType left = WriteValue(value.operands[0], scope);
-        Put(" " + value.name + " ");
-        const FieldType right = WriteValue(value.operands[1], scope);
+        const FieldType type = WriteSum(value, scope);
         Put(")");
-        if (platform::IsTextType(left) || platform::IsTextType(right)) {
-          RefuseAt(value.position, "only numbers can be added");
-        }
-        return left == FieldType::kDouble || right == FieldType::kDouble ? FieldType::kDouble : left;
+        return type;
       }
     }
+  }
+
+  // Without parentheses on the left, where they change nothing: a long sum would nest them too deeply.
+  FieldType WriteSum(const Expression& sum, const Scope& scope) {
+    const Expression& first = sum.operands[0];
+    const FieldType left =
+        first.kind == Kind::kArithmetic ? WriteSum(first, scope) : WriteValue(first, scope);
+    Put(" " + sum.name + " ");
+    const FieldType right = WriteValue(sum.operands[1], scope);
+    if (platform::IsTextType(left) || platform::IsTextType(right)) {
+      RefuseAt(sum.position, "only numbers can be added");
+    }
+    return left == FieldType::kDouble || right == FieldType::kDouble ? FieldType::kDouble : left;
   }
 
   // A variable is the select that gave it its value; one that got none is null.

@@ -189,6 +189,8 @@ TEST(Reader, Conditions) {
       {"what looks like SQL in quotes", kBatches, "t3.FNumber ='x; drop table t_Item --'",
        R"(("t3"."FNumber" = ?))", "'x; drop table t_Item --'"},
       {"Chinese in quotes", kBatches, "t3.FName ='青岛啤酒'", R"(("t3"."FName" = ?))", "'青岛啤酒'"},
+      {"sums from the left", kBaseData, "t1.FLevel - (1 - 2) + 3 = 4",
+       R"((("t1"."FLevel" - (? - ?) + ?) = ?))", "1 2 3 4"},
       {"a negative number", kBaseData, "t1.FItemID > -1", R"(("t1"."FItemID" > ?))", "-1"},
   };
   for (const ConditionCase& each : cases) {

@@ -100,6 +100,71 @@ TEST(BookSql, Texts) {
   }
 }
 
+std::string Repeated(const std::string& part, int count) {
+  std::string text;
+  for (int i = 0; i < count; ++i) text += part;
+  return text;
+}
+
+// A text that can be made longer, or deeper, at will. Up to where the reader refuses it, the database must
+// run it: the reader's bounds are inside the database's.
+struct GrowingCase {
+  std::string name;
+  int step;
+  std::string (*text)(int size);
+};
+
+TEST(BookSql, RunsUpToItsBounds) {
+  const std::vector<GrowingCase> cases = {
+      {"groups", 1,
+       [](int n) {
+         return "select FName from t_Item where " + Repeated("(1=1 or ", n) + "1=1" + Repeated(")", n);
+       }},
+      {"selects in lists", 1,
+       [](int n) {
+         return "select FName from t_Item where 1=1" +
+                Repeated(" and FItemID in(select FParentID from t_Item where 1=1", n) + Repeated(")", n);
+       }},
+      {"selects in groups", 1,
+       [](int n) {
+         return "select FName from t_Item where 1=1" +
+                Repeated(" and (1=2 or FLevel=(select FLevel from t_Item where 1=1", n) + Repeated("))", n);
+       }},
+      {"values", 1,
+       [](int n) {
+         return "select " + Repeated("ISNULL(1+(", n) + "1" + Repeated("),2)", n) + " from t_Item";
+       }},
+      {"alternatives", 50,
+       [](int n) { return "select FName from t_Item where 1=1" + Repeated(" or 1=2", n); }},
+      {"sums", 50, [](int n) { return "select FLevel" + Repeated("+1", n) + " as FSum from t_Item"; }},
+      {"unions", 50,
+       [](int n) { return "select FLevel from t_Item" + Repeated(" union select FLevel from t_Item", n); }},
+      {"choices", 2500,
+       [](int n) { return "select FName from t_Item where FItemID in (1" + Repeated(",1", n) + ")"; }},
+      {"tables", 1,
+       [](int n) {
+         std::string text = "select 1 from ICCalFlag";
+         for (int i = 0; i < n; ++i) text += ",ICCalFlag a" + std::to_string(i);
+         return text;
+       }},
+  };
+  const books::test::SmallBook small;
+  const books::Book book = books::Book::Open(small.File());
+  for (const GrowingCase& each : cases) {
+    SCOPED_TRACE(each.name);
+    int size = each.step;
+    std::string refusal;
+    for (; refusal.empty() && size < 40 * each.step; size += each.step) {
+      try {
+        book.Execute(each.text(size));
+      } catch (const platform::Error& error) {
+        refusal = error.Description();
+      }
+    }
+    EXPECT_THAT(refusal, testing::StartsWith("SQL text refused at character "));
+  }
+}
+
 TEST(BookSql, RefusedTextsChangeNothing) {
   const books::test::SmallBook small;
   const books::Book book = books::Book::Open(small.File());
