@@ -4,6 +4,7 @@
 #include "books/demo/Trade.h"
 
 #include <array>
+#include <numeric>
 #include <vector>
 
 #include "books/demo/Business.h"
@@ -48,25 +49,23 @@ void PlayTrade(const Plan& plan, const Company& company, Shelves& shelves, const
   buying.FillShelves();
 
   const std::vector<std::int64_t> weights = WeightsOfDays(plan);
-  double total = 0;
-  for (const std::int64_t weight : weights) total += static_cast<double>(weight);
-  double passed = 0;
+  const std::int64_t total = std::accumulate(weights.begin(), weights.end(), std::int64_t{0});
+  std::int64_t passed = 0;
   int month = 0;
   for (const std::int64_t weight : weights) {
     if (business.day.Calendar().month != month) {
       month = business.day.Calendar().month;
       shelves.SetMonth(month);
-      progress(passed / total);
+      progress(static_cast<double>(passed) / static_cast<double>(total));
     }
-    passed += static_cast<double>(weight);
-    const auto share = static_cast<double>(plan.entries) * static_cast<double>(weight) / total;
-    const auto entriesTimesThousand = static_cast<std::int64_t>(share * 1000);
+    passed += weight;
+    const std::int64_t entriesTimesThousand = plan.entries * 1000 * weight / total;
     journal.WriteLateBills(business.day);
     buying.Receive();
     buying.Replenish(entriesTimesThousand);
     keeping.Work(entriesTimesThousand);
     selling.SellSpecially(entriesTimesThousand);
-    selling.Sell(static_cast<std::int64_t>(static_cast<double>(plan.entries) * (passed / total)));
+    selling.Sell(plan.entries * passed / total);
     business.day = business.day.AddDays(1);
   }
 }
