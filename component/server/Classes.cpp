@@ -6,7 +6,6 @@
 namespace component {
 namespace {
 
-using platform::ClassId;
 using platform::Object;
 using platform::Ref;
 
