@@ -1,5 +1,6 @@
 #include "books/Book.h"
 
+#include "books/check/Check.h"
 #include "books/posting/Posting.h"
 #include "books/reader/SqlReader.h"
 #include "books/reports/DataComponent.h"
@@ -101,5 +102,9 @@ bool Book::DeleteScheme(std::int32_t userId, std::string_view dialog, std::strin
 }
 
 std::vector<BookUser> Book::Users() const { return services::Users(*state_); }
+
+std::vector<check::Violation> Book::Check(std::size_t limit) const {
+  return check::Check(state_->Reading(), limit);
+}
 
 }  // namespace books

@@ -9,7 +9,10 @@
 #include <utility>
 #include <vector>
 
-#include "books/demo/Demo.h"  // IWYU pragma: export
+#include "books/check/Violation.h"  // IWYU pragma: export
+#include "books/demo/Demo.h"        // IWYU pragma: export
+#include "books/import/Import.h"    // IWYU pragma: export
+#include "books/users/Users.h"      // IWYU pragma: export
 #include "platform/object/Object.h"
 #include "platform/value/Date.h"
 #include "platform/value/Variant.h"
@@ -111,6 +114,10 @@ class Book {
   bool DeleteScheme(std::int32_t userId, std::string_view dialog, std::string_view name) const;
 
   std::vector<BookUser> Users() const;
+
+  // What of the book does not hold that always should, at most `limit` findings a rule; empty for a sound
+  // one.
+  std::vector<check::Violation> Check(std::size_t limit = 100) const;
 
  private:
   class State;

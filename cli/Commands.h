@@ -21,5 +21,8 @@ void AddListCommand(CLI::App& app, int& status);
 void AddRunCommand(CLI::App& app, int& status);
 void AddPlayCommand(CLI::App& app, int& status);
 void AddDemoCommand(CLI::App& app, int& status);
+void AddImportCommand(CLI::App& app, int& status);
+void AddCheckCommand(CLI::App& app, int& status);
+void AddUserCommand(CLI::App& app, int& status);
 
 }  // namespace cli

@@ -23,6 +23,9 @@ int main(int argc, char** argv) {
   cli::AddRunCommand(app, status);
   cli::AddPlayCommand(app, status);
   cli::AddDemoCommand(app, status);
+  cli::AddImportCommand(app, status);
+  cli::AddCheckCommand(app, status);
+  cli::AddUserCommand(app, status);
 
   try {
     app.parse(argc, argv);

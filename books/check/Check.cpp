@@ -3,6 +3,7 @@
 #include <iterator>
 
 #include "books/check/Balances.h"
+#include "books/check/Movements.h"
 #include "books/check/Rules.h"
 
 namespace books::check {
@@ -52,6 +53,7 @@ std::vector<Violation> Check(Connection& connection, std::size_t limit) {
   for (const Rule& rule : Rules()) Append(violations, CheckRule(connection, rule, limit));
   // Before accounting has begun nothing can have moved.
   if (HasBegun(connection)) {
+    Append(violations, CheckMovements(connection, limit));
     Append(violations, CheckBalances(connection, limit));
     Append(violations, CheckCosts(connection, limit));
   }

@@ -8,37 +8,6 @@ namespace {
 
 // Quantities are shown in units, amounts with their decimals.
 constexpr std::array kRules = {
-    Rule{"movement", R"sql(
-      SELECT 'item ' || i.number || ' has no movement for line ' || x.line, c.name || ' ' || b.number
-      FROM (
-        SELECT item_id, date, day_order, bill_id, direction, line, period, bill_class, warehouse_id, batch_id,
-               aux_id, quantity, aux_quantity
-        FROM bill_movement WHERE audited = 1
-        EXCEPT
-        SELECT item_id, date, day_order, bill_id, direction, line, period, bill_class, warehouse_id, batch_id,
-               aux_id, quantity, aux_quantity
-        FROM movement
-      ) x
-      JOIN base_data i ON i.id = x.item_id
-      JOIN bill b ON b.id = x.bill_id
-      JOIN bill_class c ON c.id = b.bill_class
-      ORDER BY x.item_id, x.date, x.bill_id, x.line)sql"},
-    Rule{"movement", R"sql(
-      SELECT 'item ' || x.item_id || ' has a movement that no audited bill makes: bill ' || x.bill_id || ' line '
-               || x.line,
-             c.name || ' ' || b.number
-      FROM (
-        SELECT item_id, date, day_order, bill_id, direction, line, period, bill_class, warehouse_id, batch_id,
-               aux_id, quantity, aux_quantity
-        FROM movement
-        EXCEPT
-        SELECT item_id, date, day_order, bill_id, direction, line, period, bill_class, warehouse_id, batch_id,
-               aux_id, quantity, aux_quantity
-        FROM bill_movement WHERE audited = 1
-      ) x
-      LEFT JOIN bill b ON b.id = x.bill_id
-      LEFT JOIN bill_class c ON c.id = b.bill_class
-      ORDER BY x.item_id, x.date, x.bill_id, x.line)sql"},
     Rule{"period", R"sql(
       SELECT 'the day of the bill is not in its period', c.name || ' ' || b.number
       FROM bill b
