@@ -15,6 +15,7 @@ using schema::BillClass;
 constexpr std::int64_t kMillion = 1'000'000;
 constexpr std::size_t kMostLines = 8;
 constexpr std::int32_t kEveryDays = 3;
+constexpr std::int32_t kDiscontinuedDays = 200;
 
 }  // namespace
 
@@ -25,9 +26,12 @@ Buying::Buying(Business& business)
   for (std::size_t item = 0; item < business.company.items.size(); ++item) {
     const std::int64_t fate = random_.Between(1, 1000);
     const auto back = static_cast<std::int32_t>(random_.Between(std::min(span - 1, 45), std::min(span, 210)));
-    starvedFrom_.push_back(fate <= 110 ? last - back : last + 1);
     const Item& facts = business.company.items[item];
-    if (fate > 930 && !facts.suppliers.empty()) surplus_[last - (back / 2)].push_back(item);
+    const bool starves = fate <= 130 || facts.discontinued;
+    starvedFrom_.push_back(starves ? last - (facts.discontinued ? kDiscontinuedDays : back) : last + 1);
+    if (fate > 930 && !facts.suppliers.empty() && !facts.discontinued) {
+      surplus_[last - (back / 2)].push_back(item);
+    }
   }
 }
 

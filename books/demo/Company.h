@@ -51,6 +51,7 @@ struct Item {
   std::int64_t sale = 0;               // an ordinary line of a retail bill, in millionths
   std::vector<std::size_t> suppliers;  // indexes, the default one first; none for assembled items
   std::vector<Id> auxIds;
+  bool discontinued = false;  // disabled; no more is bought in the last months
   Id unitId = 0;
   Id packageUnitId = 0;  // 0: none
   Id auxUnitId = 0;

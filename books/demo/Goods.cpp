@@ -101,6 +101,8 @@ class ItemMaker {
       item.weight = WeightOf(family, random_) * family.pace / 100 + 1;
       item.sale = random_.Around(std::int64_t{family.typicalSale} * kMillion, 500) / kMillion * kMillion;
       item.sale = std::max(item.sale, kMillion);
+      item.discontinued = company_.items.size() % 67 == 41;
+      company_.nodes.back().disabled = item.discontinued;
       AddUnits(item);
       AddProperty(item);
       ChooseSuppliers(item);

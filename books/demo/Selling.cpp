@@ -90,6 +90,7 @@ void Selling::AddLine(Draft& draft, std::size_t index, const Customer& customer)
   const Item& item = business_.shelves.ItemOf(shelf);
   const std::int32_t day = business_.day.Days();
   const std::int64_t asked = QuantityFor(shelf, customer);
+  if (item.discontinued && business_.DaysLeft() < 60) return;
   if (business_.shelves.Sellable(index, day) <= 0) {
     business_.shelves.Want(index);
     return;
@@ -196,6 +197,8 @@ void Selling::SellBeyond() {
     const Shelf& shelf = business_.shelves.At(index);
     const Item& item = business_.shelves.ItemOf(shelf);
     const bool plain = item.Is(Handling::kPlain) && item.auxIds.empty() && item.auxUnitId == 0;
+    // What is sold so at the very end is still open when the book ends.
+    if (shelf.coming > 0 && business_.DaysLeft() < 15) continue;
     if (!plain || shelf.quantity < 0 || shelf.quantity > shelf.sale * 3) continue;
     const Customer& customer = DrawCustomer(Role::kCentral);
     posting::Document bill = NewBill(business_, BillClass::kSalesIssue, business_.company.sellingDepartment,
@@ -226,6 +229,7 @@ void Selling::TakeOrder() {
   for (std::int64_t line = 0; line < lines; ++line) {
     const Shelf& shelf = business_.shelves.At(business_.shelves.DrawShelf(0, random_));
     const Item& item = business_.shelves.ItemOf(shelf);
+    if (item.discontinued) continue;
     const InUnit inUnit = InSuitingUnit(item, QuantityFor(shelf, customer));
     order.lines.push_back(
         {.itemId = item.id,
@@ -235,7 +239,7 @@ void Selling::TakeOrder() {
          .quantity = inUnit.quantity * inUnit.factor,
          .price = business_.prices.SellingPrice(item, customer, business_.day) * inUnit.factor});
   }
-  business_.journal.WriteOrder(order);
+  if (!order.lines.empty()) business_.journal.WriteOrder(order);
 }
 
 }  // namespace books::demo

@@ -91,6 +91,11 @@ constexpr Bounds kSmallBook[] = {
     {"items", "SELECT COUNT(*) FROM item", 200, 200},
     {"three levels of categories above every item",
      "SELECT COUNT(*) FROM base_data WHERE class_id = 4 AND detail = 1 AND level <> 4", 0, 0},
+    {"disabled items", "SELECT COUNT(*) FROM base_data WHERE class_id = 4 AND disabled = 1", 1, 5},
+    {"disabled items sold in the last two months",
+     "SELECT COUNT(*) FROM movement m JOIN base_data b ON b.id = m.item_id WHERE b.disabled = 1 "
+     "AND m.bill_class = 1030002 AND m.quantity > 0 AND m.date > 46347 - 59",
+     0, 0},
     {"warehouses", "SELECT COUNT(*) FROM warehouse", 5, 5},
     {"gift warehouses", "SELECT COUNT(*) FROM warehouse WHERE type_code = 501", 1, 1},
     {"disabled warehouses", "SELECT COUNT(*) FROM base_data WHERE class_id = 5 AND disabled = 1", 1, 1},
