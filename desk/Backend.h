@@ -91,6 +91,8 @@ class Backend {
   virtual std::optional<Picked> PickBaseData(const LookupQuery& query) = 0;
   // Positioned on the row picked; null when the user cancelled.
   virtual platform::Ref<platform::Recordset> PickBatch(const BatchQuery& query) = 0;
+  // The batches that a batch list offers: FBatchNo, FQty and what else the component reads of the row picked.
+  virtual platform::Ref<platform::Recordset> Batches(const BatchQuery& query) = 0;
   // The rows that a lookup form offers, in number order.
   virtual std::vector<BaseDataRow> BaseData(const BaseDataQuery& query) = 0;
 

@@ -1,14 +1,14 @@
 #include "player/BookBackend.h"
 
 #include "books/Book.h"
+#include "desk/lookup/BatchForm.h"
+#include "desk/lookup/LookupForm.h"
 #include "platform/value/Convert.h"
 
 namespace player {
 namespace {
 
 using platform::Date;
-using platform::Error;
-using platform::ErrorNumber;
 using platform::Object;
 using platform::Recordset;
 using platform::Ref;
@@ -66,8 +66,15 @@ class BookBackend final : public DataBackend {
     return day ? *day : Date::Of(year, period, 1);
   }
 
-  std::optional<desk::Picked> PickBaseData(const desk::LookupQuery& /*query*/) override { RefuseToPick(); }
-  Ref<Recordset> PickBatch(const desk::BatchQuery& /*query*/) override { RefuseToPick(); }
+  // On a screen without a user the forms are refused, and with them the lookup.
+  std::optional<desk::Picked> PickBaseData(const desk::LookupQuery& query) override {
+    return desk::PickBaseData(*this, query);
+  }
+  Ref<Recordset> PickBatch(const desk::BatchQuery& query) override { return desk::PickBatch(*this, query); }
+  Ref<Recordset> Batches(const desk::BatchQuery& query) override {
+    return book_.Batches(
+        {.filterItem = query.filterItem, .filter = query.filter, .keyWord = platform::ToText(query.keyWord)});
+  }
   std::vector<desk::BaseDataRow> BaseData(const desk::BaseDataQuery& query) override;
 
   void QuickCalculate() override { book_.QuickCalculate(); }
@@ -77,10 +84,6 @@ class BookBackend final : public DataBackend {
   desk::SchemeStore& Schemes() override { return schemes_; }
 
  private:
-  [[noreturn]] static void RefuseToPick() {
-    throw Error(ErrorNumber::kInvalidCall, "BookBackend", "a lookup needs a user, and this run has none");
-  }
-
   books::Book book_;
   UserIdReader userId_;
   BookSchemes schemes_;

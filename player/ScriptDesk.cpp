@@ -115,6 +115,10 @@ Ref<Recordset> ScriptDesk::PickBatch(const desk::BatchQuery& /*query*/) {
   return rows;
 }
 
+Ref<Recordset> ScriptDesk::Batches(const desk::BatchQuery& query) {
+  return book_ ? book_->Batches(query) : Ref<Recordset>();
+}
+
 std::vector<desk::BaseDataRow> ScriptDesk::BaseData(const desk::BaseDataQuery& query) {
   return book_ ? book_->BaseData(query) : std::vector<desk::BaseDataRow>();
 }

@@ -49,6 +49,7 @@ class ScriptDesk final : public desk::Backend {
   platform::Date PeriodFirstDay(std::int32_t year, std::int32_t period) override;
   std::optional<desk::Picked> PickBaseData(const desk::LookupQuery& query) override;
   platform::Ref<platform::Recordset> PickBatch(const desk::BatchQuery& query) override;
+  platform::Ref<platform::Recordset> Batches(const desk::BatchQuery& query) override;
   std::vector<desk::BaseDataRow> BaseData(const desk::BaseDataQuery& query) override;
   void QuickCalculate() override {}
   void WriteUsage(const std::string& /*code*/, const std::string& /*text*/) override {}

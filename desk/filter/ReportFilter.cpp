@@ -43,7 +43,8 @@ void ReportFilter::Cancel(platform::Form& form) {
 
 void ReportFilter::Save(SchemeStore& store, std::string_view dialog, const std::string& scheme) {
   SchemeValues values;
-  for (const Dictionary::Entry& entry : Collect(false)->Entries()) {
+  const Ref<Dictionary> fields = Collect(false);
+  for (const Dictionary::Entry& entry : fields->Entries()) {
     values.emplace_back(entry.key, entry.value);
   }
   store.Save(dialog, scheme, values);
