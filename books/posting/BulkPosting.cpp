@@ -84,7 +84,7 @@ void BulkPosting::FillStock() {
     }
     writer.ValueNew(group, std::move(movements));
   };
-  MovementStream stream(connection_, firstId_);
+  MovementStream stream = MovementStream::OfBills(connection_, firstId_);
   for (std::vector<Movement> movements = stream.NextItem(); !movements.empty();
        movements = stream.NextItem()) {
     const Id item = movements.front().itemId;

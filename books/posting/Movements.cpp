@@ -23,13 +23,23 @@ void DeleteMovements(database::Connection& connection, Id bill, Id item) {
       item, bill, bill);
 }
 
-MovementStream::MovementStream(database::Connection& connection, Id firstBill)
-    : rows_(connection.Query(
-          "SELECT item_id, date, day_order, bill_id, direction, line, period, bill_class, warehouse_id, "
-          "batch_id, aux_id, quantity, aux_quantity, entry_amount FROM bill_movement "
-          "WHERE bill_id >= ? AND audited = 1 ORDER BY item_id, date, day_order, bill_id, direction, line",
-          firstBill)),
-      ready_(rows_.Step()) {}
+MovementStream MovementStream::OfBills(database::Connection& connection, Id firstBill) {
+  // What a customer pays for an issue is no cost.
+  return MovementStream(connection.Query(
+      "SELECT item_id, date, day_order, bill_id, direction, line, period, bill_class, warehouse_id, "
+      "batch_id, "
+      "aux_id, quantity, aux_quantity, CASE WHEN day_order < 4 THEN entry_amount END, 0 FROM bill_movement "
+      "WHERE bill_id >= ? AND audited = 1 ORDER BY item_id, date, day_order, bill_id, direction, line",
+      firstBill));
+}
+
+MovementStream MovementStream::OfTable(database::Connection& connection) {
+  return MovementStream(
+      connection.Query("SELECT item_id, date, day_order, bill_id, direction, line, period, bill_class, "
+                       "warehouse_id, batch_id, "
+                       "aux_id, quantity, aux_quantity, NULL, amount FROM movement "
+                       "ORDER BY item_id, date, day_order, bill_id, direction, line"));
+}
 
 std::vector<Movement> MovementStream::NextItem() {
   std::vector<Movement> movements;
@@ -56,10 +66,8 @@ Movement MovementStream::Read() const {
           .auxId = rows_.Integer(10),
           .quantity = rows_.GetQuantity(11),
           .auxQuantity = rows_.GetQuantity(12),
-          // What a customer pays for an issue is no cost.
-          .given = rows_.Int32(2) == static_cast<int>(schema::DayOrder::kIssue) ? std::nullopt
-                                                                                : rows_.OptionalAmount(13),
-          .amount = {}};
+          .given = rows_.OptionalAmount(13),
+          .amount = rows_.Amount(14)};
 }
 
 }  // namespace books::posting
