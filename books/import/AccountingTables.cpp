@@ -207,11 +207,13 @@ void GoOn(Run& run, const Marks& marks) {
 void ImportAccounting(Run& run) {
   ReadPeriods(run);
   const Marks marks = ReadProfile(run);
+  const std::int64_t before = run.findings.Count();
   if (HasBegun(run)) {
     GoOn(run, marks);
   } else {
     Begin(run, marks);
   }
+  if (run.findings.Count() > before) run.known.AddFaultyFile(kProfile, false);
 }
 
 }  // namespace books::importer

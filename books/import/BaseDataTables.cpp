@@ -20,6 +20,10 @@ std::string_view ParentOf(std::string_view number) {
   return dot == std::string_view::npos ? std::string_view() : number.substr(0, dot);
 }
 
+bool HasEmptyLevel(std::string_view number) {
+  return number.starts_with('.') || number.ends_with('.') || number.find("..") != std::string_view::npos;
+}
+
 // One file of base data.
 class BaseFile {
  public:
@@ -42,6 +46,7 @@ class BaseFile {
     Findings muted(0);
     ReadTable<BaseRow>(run_.folder / file_, file_, BaseColumns(baseClass_), run_.known, muted,
                        [&](const BaseRow& row, const Place&, bool) {
+                         if (HasEmptyLevel(row.number)) return;
                          numbers_.insert(std::string(row.number));
                          for (std::string_view up = ParentOf(row.number); !up.empty(); up = ParentOf(up)) {
                            groups_.insert(std::string(up));
@@ -81,8 +86,7 @@ class BaseFile {
 
   bool CheckNumber(const BaseRow& row, const Place& place) {
     const std::string_view number = row.number;
-    const bool pieces =
-        !number.starts_with('.') && !number.ends_with('.') && number.find("..") == std::string_view::npos;
+    const bool pieces = !HasEmptyLevel(number);
     if (pieces && number.size() <= kLongestNumber && std::ranges::count(number, '.') < kDeepestLevel)
       return true;
     run_.findings.Add(

@@ -173,7 +173,7 @@ std::optional<Reference> FindBatch(Run& run, const Place& place, std::int64_t it
   database::Statement found =
       run.connection.Query("SELECT id FROM batch WHERE item_id = ? AND number = ?", item, number);
   if (found.Step()) return Reference(found.Integer(0));
-  if (!run.known.IsFaulty("batch", item, number)) {
+  if (!run.known.IsFaulty("batch", item, number) && !run.known.IsUnread("batches.csv")) {
     run.findings.Add(place, "batch", number, "the item has no such batch",
                      "correct it or add it to batches.csv");
   }

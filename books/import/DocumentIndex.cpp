@@ -58,7 +58,8 @@ std::optional<DocumentIndex::Found> DocumentIndex::Find(const Place& place, cons
   if (last_ && lastClass_ == billClass.id && platform::EqualsIgnoreCase(lastNumber_, number)) return last_;
   const std::int64_t id = Lookup(billClass, number);
   if (id == 0) {
-    if (!run_.known.IsFaulty(table_, static_cast<std::int64_t>(billClass.id), number)) {
+    if (!run_.known.IsFaulty(table_, static_cast<std::int64_t>(billClass.id), number) &&
+        !run_.known.IsUnread(file_)) {
       run_.findings.Add(place, "number", number, "there is no such document of this class",
                         "correct it or add it to " + file_);
     }

@@ -111,6 +111,11 @@ const BillClassFacts* Known::FindBillClass(std::string_view text) const {
   return found == billClasses_.end() ? nullptr : &found->second;
 }
 
+void Known::AddFaultyFile(std::string_view file, bool unread) {
+  faultyFiles_.emplace(file);
+  if (unread) unreadFiles_.emplace(file);
+}
+
 void Known::AddFaulty(std::string_view table, std::int64_t owner, std::string_view code) {
   faulty_.insert(FaultyKey(table, owner, code));
 }

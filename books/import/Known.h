@@ -72,6 +72,12 @@ class Known {
   // By number, "1020002", or by name, "采购收货".
   const BillClassFacts* FindBillClass(std::string_view text) const;
 
+  // A file that could not be read at all, or in which something is wrong. What is missing in it need not be
+  // missing, so it is not reported where it is named.
+  void AddFaultyFile(std::string_view file, bool unread);
+  bool IsUnread(std::string_view file) const { return unreadFiles_.contains(std::string(file)); }
+  bool IsFaultyFile(std::string_view file) const { return faultyFiles_.contains(std::string(file)); }
+
   // Refused rows of the tables that are looked up in the book: batches, serial numbers, bills, orders.
   void AddFaulty(std::string_view table, std::int64_t owner, std::string_view code);
   bool IsFaulty(std::string_view table, std::int64_t owner, std::string_view code) const;
@@ -87,6 +93,8 @@ class Known {
   std::unordered_set<std::int64_t> gifts_;
   ByCode<BillClassFacts> billClasses_;
   std::unordered_set<std::string, CodeHash, CodeEqual> faulty_;
+  std::unordered_set<std::string> faultyFiles_;
+  std::unordered_set<std::string> unreadFiles_;
   std::int64_t lastBaseId_ = 0;
 };
 

@@ -127,6 +127,9 @@ class Orders {
   }
   void Refuse(const BillClassFacts& billClass, std::string_view number) { index_.Refuse(billClass, number); }
 
+  // Bills that deliver a line which is left out are not reported too.
+  void RefuseEntry() { run_.known.AddFaultyFile("order_entries.csv", false); }
+
   void TakeEntry(const OrderEntryRow& row, const Place& place) {
     const std::optional<DocumentIndex::Found> order = index_.Find(place, *row.billClass, row.number);
     const std::optional<Figures> figures = WorkOut(run_, place,
@@ -135,7 +138,10 @@ class Orders {
                                                     .unitQuantity = *row.quantity,
                                                     .price = row.price,
                                                     .amount = row.amount});
-    if (!order || !figures) return;
+    if (!order || !figures) {
+      RefuseEntry();
+      return;
+    }
     ImportCount& count = run_.Count(place.file);
     const std::int64_t added = run_.connection.Execute(
         "INSERT INTO order_entry (order_id, line, item_id, aux_id, unit_id, unit_quantity, quantity, "
@@ -183,7 +189,11 @@ void ImportOrders(Run& run) {
   run.Read<OrderEntryRow>("order_entries.csv", OrderEntryColumns(),
                           [&](const OrderEntryRow& row, const Place& place, bool sound) {
                             ++run.Count(place.file).rows;
-                            if (sound) orders.TakeEntry(row, place);
+                            if (sound) {
+                              orders.TakeEntry(row, place);
+                            } else {
+                              orders.RefuseEntry();
+                            }
                           });
 }
 

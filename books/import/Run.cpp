@@ -52,6 +52,7 @@ std::optional<std::int32_t> Run::PeriodOf(const Place& place, std::string_view c
 }
 
 void Run::ReportNoAccounting(const Place& place) {
+  if (known.IsFaultyFile("profile.csv")) return;
   findings.Add(place, {}, {}, "accounting has not begun in this book",
                "add profile.csv with the rows IC, StartYear and IC, StartPeriod");
 }
@@ -62,6 +63,7 @@ std::optional<Figures> WorkOut(Run& run, const Place& place, const GivenFigures&
                   .price = given.price.value_or(0),
                   .amount = given.amount};
   const std::optional<database::Quantity> factor = run.known.Factor(given.item, figures.unitId);
+  if (!factor && run.known.IsFaultyFile("item_units.csv")) return std::nullopt;
   if (!factor) {
     run.findings.Add(place, "unit", {}, "the item has no such unit",
                      "correct it or add it to item_units.csv");

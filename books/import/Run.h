@@ -56,7 +56,9 @@ struct Run {
   template <class Row, class Take>
   void Read(std::string_view file, std::span<const Column<Row>> columns, Take&& take) {
     if (!Has(file)) return;
-    ReadTable<Row>(folder / file, file, columns, known, findings, take);
+    const std::int64_t before = findings.Count();
+    const bool read = ReadTable<Row>(folder / file, file, columns, known, findings, take);
+    if (findings.Count() > before) known.AddFaultyFile(file, !read);
   }
 };
 

@@ -169,14 +169,15 @@ class Reader {
 
 }  // namespace
 
-void ReadCsv(const std::filesystem::path& path, std::string_view name, Findings& findings,
+bool ReadCsv(const std::filesystem::path& path, std::string_view name, Findings& findings,
              const std::function<void(const CsvRow&)>& take) {
   TextFile file(path, name, findings);
   Reader reader(name, findings, take);
   for (std::string_view piece = file.Next(); !piece.empty(); piece = file.Next()) {
-    if (!reader.TakePiece(piece)) return;
+    if (!reader.TakePiece(piece)) return true;
   }
   reader.Finish();
+  return file.IsReadable();
 }
 
 }  // namespace books::importer

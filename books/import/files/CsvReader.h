@@ -22,9 +22,9 @@ inline constexpr std::size_t kLongestField = std::size_t{64} * 1024;
 
 // Hands the rows of a file to `take`, one after the other, in bounded memory; lines without any value are
 // skipped. A row that is no CSV is reported and left out, and reading goes on in the next line; a field that
-// is too long ends the reading. `name` is the file's name in reports. A row's cells are valid during the
-// call.
-void ReadCsv(const std::filesystem::path& path, std::string_view name, Findings& findings,
+// is too long ends the reading. False when nothing can be read, which is reported. `name` is the file's name
+// in reports. A row's cells are valid during the call.
+bool ReadCsv(const std::filesystem::path& path, std::string_view name, Findings& findings,
              const std::function<void(const CsvRow&)>& take);
 
 }  // namespace books::importer

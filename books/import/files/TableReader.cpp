@@ -139,6 +139,7 @@ bool CellReader::Read(const Place& place, const CellRules& rules, std::string_vi
   const Node* node = unit ? known_.FindUnit(cell) : known_.FindBase(rules.refersTo, cell);
   const ClassFile file = FileOf(rules.refersTo);
   const std::string noun(file.noun);
+  if (node == nullptr && known_.IsUnread(file.file)) return false;
   if (node == nullptr) {
     findings_.Add(place, rules.name, cell, "there is no such " + noun,
                   "correct it or add it to " + std::string(file.file));

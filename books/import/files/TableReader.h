@@ -93,14 +93,15 @@ void ReportCellCount(const Place& place, std::size_t count, std::size_t expected
 void ReportEmptyFile(std::string_view file, Findings& findings);
 
 // Walks a file: reads every row by the columns and hands it to `take(row, place, sound)`. A row with a faulty
-// cell is handed over too, unsound and with what could be read, so that its number can be remembered.
+// cell is handed over too, unsound and with what could be read, so that its number can be remembered. False
+// when the file cannot be used at all.
 template <class Row, class Take>
-void ReadTable(const std::filesystem::path& path, std::string_view file, std::span<const Column<Row>> columns,
+bool ReadTable(const std::filesystem::path& path, std::string_view file, std::span<const Column<Row>> columns,
                const Known& known, Findings& findings, Take&& take) {
   std::optional<std::vector<std::size_t>> order;
   bool begun = false;
   CellReader reader(known, findings);
-  ReadCsv(path, file, findings, [&](const CsvRow& csv) {
+  const bool readable = ReadCsv(path, file, findings, [&](const CsvRow& csv) {
     const Place place{file, csv.line};
     if (!begun) {
       begun = true;
@@ -137,7 +138,8 @@ void ReadTable(const std::filesystem::path& path, std::string_view file, std::sp
     }
     take(row, place, sound);
   });
-  if (!begun) ReportEmptyFile(file, findings);
+  if (!begun && readable) ReportEmptyFile(file, findings);
+  return order.has_value();
 }
 
 }  // namespace books::importer

@@ -34,6 +34,7 @@ class TextFile {
   TextFile(const TextFile&) = delete;
   TextFile& operator=(const TextFile&) = delete;
 
+  bool IsReadable() const { return readable_; }
   // The next piece, valid until the next call; empty at the end. A character may be cut between two pieces.
   std::string_view Next();
 
