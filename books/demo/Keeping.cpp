@@ -7,7 +7,6 @@
 namespace books::demo {
 namespace {
 
-using database::Quantity;
 using platform::Currency;
 using schema::BillClass;
 using schema::Direction;

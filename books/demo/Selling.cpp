@@ -8,7 +8,6 @@
 namespace books::demo {
 namespace {
 
-using database::Quantity;
 using schema::BillClass;
 
 constexpr std::int64_t kMillion = 1'000'000;
