@@ -17,9 +17,8 @@ class SharedLibrary {
 
   template <class Function>
   Function* Entry(const char* name) const {
-    return reinterpret_cast<Function*>(
-        Address(name));  // NOLINT(cppcoreguidelines-pro-type-reinterpret-cast):
-                         // an entry's type is agreed on, the system knows none
+    // An entry's type is agreed on; the system knows none.
+    return reinterpret_cast<Function*>(Address(name));
   }
 
  private:
