@@ -33,7 +33,7 @@ class Writer {
   explicit Writer(const Names* names) : names_(names) {}
 
   Json Write(const Variant& value) {
-    return value.Visit([this](const auto& content) { return Form(content); });
+    return value.Visit([this](const auto& content) { return this->Form(content); });
   }
 
  private:
