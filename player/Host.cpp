@@ -10,6 +10,17 @@ using platform::ClassRegistry;
 using platform::Object;
 using platform::Ref;
 
+namespace {
+
+// Components that cannot be unloaded any more: code of theirs is still referred to. The list itself lives as
+// long as the process, past every destructor.
+void KeepLoaded(std::unique_ptr<platform::LoadedComponent> component) {
+  static auto& kept = *new std::vector<std::unique_ptr<platform::LoadedComponent>>();
+  kept.push_back(std::move(component));
+}
+
+}  // namespace
+
 std::filesystem::path DefaultComponentPath() {
   std::error_code error;
   const std::filesystem::path executable = std::filesystem::read_symlink("/proc/self/exe", error);
@@ -32,7 +43,7 @@ Host::~Host() {
   desk_->Close();
   // Code that an object or an error on its way out still refers to must not go away under it.
   const bool inUse = component_ && (!component_->CanUnload() || std::uncaught_exceptions() > 0);
-  if (inUse) static_cast<void>(component_.release());
+  if (inUse) KeepLoaded(std::move(component_));
 }
 
 std::vector<platform::ComponentClass> Host::Classes() const {
