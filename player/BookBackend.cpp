@@ -110,7 +110,7 @@ std::vector<desk::BaseDataRow> BookBackend::BaseData(const desk::BaseDataQuery& 
 
 }  // namespace
 
-std::unique_ptr<DataBackend> OpenBook(const std::string& file, UserIdReader userId) {
+std::unique_ptr<DataBackend> OpenBook(const std::string& file, const UserIdReader& userId) {
   return std::make_unique<BookBackend>(books::Book::Open(file), userId);
 }
 

@@ -5,6 +5,6 @@
 namespace player {
 
 // A stock book behind the desk. Raises for a file that is no book, with the reason.
-std::unique_ptr<DataBackend> OpenBook(const std::string& file, std::function<std::int32_t()> userId);
+std::unique_ptr<DataBackend> OpenBook(const std::string& file, const std::function<std::int32_t()>& userId);
 
 }  // namespace player

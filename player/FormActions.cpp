@@ -12,7 +12,6 @@ namespace player {
 
 using platform::Error;
 using platform::ErrorNumber;
-using platform::Ref;
 using platform::UserInput;
 using platform::Variant;
 

@@ -103,7 +103,7 @@ ReportOutcome ReportRun::Run(const std::string& report, const FilterSettings& fi
   screen.Fill(filter);
   object->Call("ShowFilter");
   // The report drops what goes wrong while its dialog is up, so the screen keeps it.
-  if (const std::optional<Error>& failure = screen.Failure()) throw *failure;
+  if (screen.Failure()) throw Error(*screen.Failure());
   PutLeft(*object, screen);
   object->Call("GetReportData");
   return Read(*object);

@@ -14,7 +14,7 @@
 namespace books::importer {
 namespace {
 
-constexpr std::size_t kPieceBytes = 256 * 1024;
+constexpr std::size_t kPieceBytes = 256UL * 1024;
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kSaveAs = "save the file as CSV in UTF-8";
 
