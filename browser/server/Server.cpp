@@ -11,6 +11,7 @@
 #include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/http.hpp>
 #include <boost/beast/websocket/rfc6455.hpp>
+#include <spdlog/sinks/stdout_color_sinks.h>
 #include <spdlog/spdlog.h>
 
 #include "browser/protocol/Command.h"
@@ -190,6 +191,9 @@ class Listener {
 }  // namespace
 
 void Serve(const ServeOptions& options) {
+  // Standard output is for the address.
+  spdlog::set_default_logger(
+      std::make_shared<spdlog::logger>("stockrpt", std::make_shared<spdlog::sinks::stderr_color_sink_mt>()));
   asio::io_context context(1);
   asio::thread_pool checkers(1);
   Hub hub(context, options);

@@ -328,7 +328,7 @@ TEST_F(Serve, APageThatComesBackFindsItsFormAndItsReports) {
   EXPECT_EQ(found["form"], form["form"]);
   EXPECT_THAT(found["controls"].dump(), HasSubstr("\"tag\":\"EItemNumber\",\"value\":\"09\""));
   back.Send("click", {{"form", found["form"]}, {"control", "cmdOK"}});
-  EXPECT_EQ(back.Await("reportReady")["title"][0]["caption"], "商品代码从[]到[09]");
+  EXPECT_THAT(back.Await("reportReady")["title"][0]["caption"].get<std::string>(), HasSubstr("]到[09]"));
 }
 
 TEST_F(Serve, ASecondPageTakesASessionOver) {
@@ -348,7 +348,7 @@ TEST_F(Serve, WithPasswordsALoginIsNeeded) {
   std::filesystem::copy_file(Book(), book);
   EXPECT_EQ(Run("serve --book " + book + " --listen 0.0.0.0:0 --page " TEST_SOURCE_DIR "/page 2>/dev/null"),
             2);
-  ASSERT_EQ(Run("user add " + book + " lily >/dev/null 2>&1 <<< ''"), 2);
+  ASSERT_EQ(Run("user add " + book + " lily >/dev/null 2>&1 </dev/null"), 2);
   ASSERT_EQ(std::system(("echo warm-stock-taking-2026 | " TEST_BINARY_DIR "/stockrpt user add " + book +
                          " lily >/dev/null 2>&1")
                             .c_str()),
