@@ -1,4 +1,3 @@
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -9,13 +8,13 @@
 
 #include "cli/Commands.h"
 #include "cli/Output.h"
+#include "desk/Host.h"
 #include "exports/Csv.h"
 #include "exports/Pdf.h"
 #include "exports/Xlsx.h"
 #include "platform/rows/Dictionary.h"
 #include "platform/value/Convert.h"
 #include "player/BookBackend.h"
-#include "player/Host.h"
 #include "player/ReportRun.h"
 
 namespace cli {
@@ -153,17 +152,9 @@ void Deliver(const ReportOutcome& outcome, const RunOptions& options) {
   }
 }
 
-std::string BookOf(const RunOptions& options) {
-  if (!options.book.empty()) return options.book;
-  // NOLINTNEXTLINE(concurrency-mt-unsafe): read before anything else runs
-  const char* named = std::getenv("STOCKRPT_BOOK");
-  if (named != nullptr && *named != '\0') return named;
-  throw UsageError("no stock book is given; use --book FILE, or make one with `stockrpt demo FILE`");
-}
-
-std::unique_ptr<player::DataBackend> OpenBook(const RunOptions& options) {
+std::unique_ptr<desk::DataBackend> OpenBook(const RunOptions& options) {
   try {
-    return player::OpenBook(BookOf(options), [userId = options.userId] { return userId; });
+    return player::OpenBook(NamedBook(options.book), [userId = options.userId] { return userId; });
   } catch (const platform::Error& error) {
     throw UsageError(error.Description());
   }
@@ -173,9 +164,9 @@ int Run(const RunOptions& options) {
   if (IsFileFormat(options) && options.out.empty()) {
     throw UsageError("--format " + options.format + " makes a file; name it with --out FILE");
   }
-  player::FilterSettings settings;
+  desk::FilterSettings settings;
   for (const std::string& key : options.keys) settings.push_back(SplitKey(key));
-  player::ReportRun run({.component = player::DefaultComponentPath(),
+  player::ReportRun run({.component = desk::DefaultComponentPath(),
                          .book = OpenBook(options),
                          .appType = options.appType,
                          .industryType = options.industryType});

@@ -1,9 +1,9 @@
 #include <benchmark/benchmark.h>
 
 #include "benches/books/MediumBook.h"
+#include "desk/Host.h"
 #include "platform/rows/Recordset.h"
 #include "player/BookBackend.h"
-#include "player/Host.h"
 #include "player/ReportRun.h"
 
 // A whole report on the medium book as a user without a screen runs it: dialog, filter, heading, rows. What
@@ -11,7 +11,7 @@
 namespace {
 
 void OverShortFromDialogToRows(benchmark::State& state) {
-  player::ReportRun run({.component = player::DefaultComponentPath(),
+  player::ReportRun run({.component = desk::DefaultComponentPath(),
                          .book = player::OpenBook(bench::MediumBookFile().string(), [] { return 0; }),
                          .appType = {},
                          .industryType = {}});
