@@ -231,19 +231,23 @@ std::int32_t Rpt10402::LastItem() {
   return 0;
 }
 
-// The number goes into the condition as it is; one that breaks it is told like any failure.
+// The number goes into the condition as it is; no item has one that breaks it.
 Variant Rpt10402::FindItem(const std::string& sNumber) {
   const Ref<Rpt10402> kept(this);
   Variant here;
   try {
+    bool found = false;
     if (HasItems()) {
       here = items_->Bookmark();
       items_->MoveFirst();
-      items_->Find(std::string(NumberField()) + "='" + sNumber + "'");
-      if (!items_->AtEnd()) {
-        ShowCurrentItem();
-        return {};
-      }
+      platform::SkipErrors([&] {
+        items_->Find(std::string(NumberField()) + "='" + sNumber + "'");
+        found = !items_->AtEnd();
+      });
+    }
+    if (found) {
+      ShowCurrentItem();
+      return {};
     }
     SetOutcome(false, ResString("在当前物料范围内未找到代码为 [") + sNumber + ResString("]的物料!"));
   } catch (const std::exception& error) {
