@@ -33,6 +33,7 @@ struct RunOptions {
   std::optional<std::int32_t> appType;
   std::optional<std::int32_t> industryType;
   std::int32_t userId = 0;
+  player::PageWish pages;
 };
 
 std::pair<std::string, std::string> SplitKey(const std::string& argument) {
@@ -73,6 +74,13 @@ void WriteJson(std::ostream& out, const ReportOutcome& outcome, std::optional<st
   out << player::ToLine(json) << '\n';
 }
 
+// Beside the rows, so that what reads them finds nothing else among them.
+void WritePageEnds(const ReportOutcome& outcome) {
+  std::cerr << "stockrpt: " << outcome.pageEnds.size() << " pages, ending with the rows";
+  for (const std::int32_t end : outcome.pageEnds) std::cerr << ' ' << end;
+  std::cerr << '\n';
+}
+
 void WriteOutcome(std::ostream& out, const ReportOutcome& outcome, const RunOptions& options) {
   if (options.format == "json") return WriteJson(out, outcome, options.limit);
   if (!outcome.header || !outcome.property) throw std::runtime_error("the report hands back no heading");
@@ -84,6 +92,7 @@ void WriteOutcome(std::ostream& out, const ReportOutcome& outcome, const RunOpti
     WriteTable(out, platform::ToText(outcome.property->Value("Name")), TitleLines(outcome), grid,
                options.limit);
   }
+  if (!outcome.pageEnds.empty()) WritePageEnds(outcome);
   const std::size_t shown = std::min(grid.RowCount(), options.limit.value_or(grid.RowCount()));
   if (shown < grid.RowCount()) {
     std::cerr << "stockrpt: " << shown << " of " << grid.RowCount() << " rows; --limit shows more\n";
@@ -130,7 +139,7 @@ int Run(const RunOptions& options) {
                          .industryType = options.industryType});
   ReportOutcome outcome;
   try {
-    outcome = run.Run(options.report, settings);
+    outcome = run.Run(options.report, settings, options.pages);
   } catch (const platform::Error& error) {
     if (error.Number() == platform::ErrorNumber::kBadArgument) throw UsageError(error.Description());
     throw;
@@ -165,6 +174,10 @@ void AddRunCommand(CLI::App& app, int& status) {
       ->check(CLI::NonNegativeNumber);
   command->add_option("--user", options->userId, "The user whose rights apply; without it none are")
       ->check(CLI::Range(0, 32767));
+  CLI::Option* item = command->add_option(
+      "--item", options->pages.item, "Of a ledger the page of the item with this number; else the first");
+  command->add_flag("--all", options->pages.all, "Of a ledger the pages of all items, and where each ends")
+      ->excludes(item);
   command->callback([options, &status] { status = Run(*options); });
 }
 
