@@ -281,7 +281,7 @@ class PlainLedger {
 // Whole and quarter figures add up exactly in any order, so that lines compare as texts.
 TEST_F(LedgerWalkTest, AgreesWithAPlainRecomputationOnRandomBooks) {
   std::mt19937 random(10402);
-  auto below = [&random](std::uint32_t limit) { return random() % limit; };
+  auto below = [&random](std::uint32_t limit) { return static_cast<std::uint32_t>(random() % limit); };
   auto figure = [&below](bool mayBeZero) {
     return mayBeZero && below(4) == 0 ? 0.0 : (static_cast<double>(below(80)) - 20) / 4;
   };
