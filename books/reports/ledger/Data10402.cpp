@@ -68,10 +68,10 @@ Conditions BatchCondition(const LedgerChoice& choice) {
 Conditions BalanceCondition(const LedgerChoice& choice) {
   Conditions balances;
   if (!choice.leavesOutZero || choice.lastPeriod == 0) return balances;
-  balances.Add({.sql = "EXISTS (SELECT 1 FROM balance x WHERE x.item_id = t0.FItemID AND x.period = "
+  balances.Add({.sql = "(SELECT COALESCE(SUM(x.quantity) <> 0 OR SUM(x.amount) <> 0, 0) FROM balance x "
+                       "WHERE x.item_id = t0.FItemID AND x.period = "
                        "MIN(CAST(? AS INTEGER), (SELECT balances_until FROM book_state)) AND " +
-                       ChosenWarehouses(choice, "x.warehouse_id") +
-                       " HAVING SUM(x.quantity) <> 0 OR SUM(x.amount) <> 0)",
+                       ChosenWarehouses(choice, "x.warehouse_id") + ")",
                 .parameters = {choice.lastPeriod}});
   return balances;
 }

@@ -286,6 +286,7 @@ TEST_F(LedgerWalkTest, AgreesWithAPlainRecomputationOnRandomBooks) {
     return mayBeZero && below(4) == 0 ? 0.0 : (static_cast<double>(below(80)) - 20) / 4;
   };
   for (int round = 0; round < 2000; ++round) {
+    desk.journal.clear();
     SCOPED_TRACE(round);
     const auto first = static_cast<std::int32_t>(2023 * 12 + below(24));
     const auto last = first + static_cast<std::int32_t>(below(15));
