@@ -81,6 +81,33 @@ void WritePageEnds(const ReportOutcome& outcome) {
   std::cerr << '\n';
 }
 
+// The title lines that the rows of a page carry, FTitle1 first.
+std::vector<std::string> PageTitle(const Recordset& page) {
+  std::vector<std::string> lines;
+  for (int i = 1; page.ViewCount() > 0; ++i) {
+    const std::optional<std::size_t> field = page.FindField("FTitle" + std::to_string(i));
+    if (!field) break;
+    const std::string_view line = page.TextAt(*field, page.RowAt(0));
+    if (!line.empty()) lines.emplace_back(line);
+  }
+  return lines;
+}
+
+// A table a page, each under its own title lines.
+void WritePages(std::ostream& out, const ReportOutcome& outcome, std::optional<std::size_t> limit) {
+  std::size_t begin = 0;
+  for (const std::int32_t pageEnd : outcome.pageEnds) {
+    const auto end = static_cast<std::size_t>(pageEnd);
+    if (limit && begin >= *limit) return;
+    const Ref<Recordset> page = RowsOf(outcome).Slice(begin, end - begin);
+    if (begin > 0) out << '\n';
+    WriteTable(out, platform::ToText(outcome.property->Value("Name")), PageTitle(*page),
+               Grid(*outcome.header, *page),
+               limit ? std::optional<std::size_t>(*limit - begin) : std::nullopt);
+    begin = end;
+  }
+}
+
 void WriteOutcome(std::ostream& out, const ReportOutcome& outcome, const RunOptions& options) {
   if (options.format == "json") return WriteJson(out, outcome, options.limit);
   if (!outcome.header || !outcome.property) throw std::runtime_error("the report hands back no heading");
@@ -88,6 +115,8 @@ void WriteOutcome(std::ostream& out, const ReportOutcome& outcome, const RunOpti
   const Grid grid(*outcome.header, rows);
   if (options.format == "csv") {
     WriteCsv(out, grid, options.limit);
+  } else if (!outcome.pageEnds.empty()) {
+    WritePages(out, outcome, options.limit);
   } else {
     WriteTable(out, platform::ToText(outcome.property->Value("Name")), TitleLines(outcome), grid,
                options.limit);
