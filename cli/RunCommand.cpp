@@ -37,6 +37,7 @@ struct RunOptions {
   std::optional<std::int32_t> appType;
   std::optional<std::int32_t> industryType;
   std::int32_t userId = 0;
+  player::PageWish pages;
 };
 
 std::pair<std::string, std::string> SplitKey(const std::string& argument) {
@@ -77,9 +78,48 @@ void WriteJson(std::ostream& out, const ReportOutcome& outcome, std::optional<st
   out << player::ToLine(json) << '\n';
 }
 
-void WriteText(std::ostream& out, const exports::Sheet& sheet, const RunOptions& options) {
+// Beside the rows, so that what reads them finds nothing else among them.
+void WritePageEnds(const ReportOutcome& outcome) {
+  std::cerr << "stockrpt: " << outcome.pageEnds.size() << " pages, ending with the rows";
+  for (const std::int32_t end : outcome.pageEnds) std::cerr << ' ' << end;
+  std::cerr << '\n';
+}
+
+// The title lines that the rows of a page carry, FTitle1 first.
+std::vector<std::string> PageTitle(const Recordset& page) {
+  std::vector<std::string> lines;
+  for (int i = 1; page.ViewCount() > 0; ++i) {
+    const std::optional<std::size_t> field = page.FindField("FTitle" + std::to_string(i));
+    if (!field) break;
+    const std::string_view line = page.TextAt(*field, page.RowAt(0));
+    if (!line.empty()) lines.emplace_back(line);
+  }
+  return lines;
+}
+
+// A table a page, each under its own title lines.
+void WritePages(std::ostream& out, const ReportOutcome& outcome, std::optional<std::size_t> limit) {
+  std::size_t begin = 0;
+  for (const std::int32_t pageEnd : outcome.pageEnds) {
+    const auto end = static_cast<std::size_t>(pageEnd);
+    if (limit && begin >= *limit) return;
+    const Ref<Recordset> page = RowsOf(outcome).Slice(begin, end - begin);
+    if (begin > 0) out << '\n';
+    const exports::Grid grid(*outcome.header, *page);
+    WriteTable(out, {.name = platform::ToText(outcome.property->Value("Name")),
+                     .titleLines = PageTitle(*page),
+                     .grid = grid,
+                     .limit = limit ? std::optional<std::size_t>(*limit - begin) : std::nullopt});
+    begin = end;
+  }
+}
+
+void WriteText(std::ostream& out, const ReportOutcome& outcome, const exports::Sheet& sheet,
+               const RunOptions& options) {
   if (options.format == "csv") {
     exports::WriteCsv(out, sheet);
+  } else if (!outcome.pageEnds.empty()) {
+    WritePages(out, outcome, options.limit);
   } else {
     WriteTable(out, sheet);
   }
@@ -136,7 +176,7 @@ void Deliver(const ReportOutcome& outcome, const RunOptions& options) {
                              .grid = grid,
                              .limit = options.limit};
   if (!IsFileFormat(options)) {
-    WriteStream(options, [&](std::ostream& out) { WriteText(out, sheet, options); });
+    WriteStream(options, [&](std::ostream& out) { WriteText(out, outcome, sheet, options); });
   } else {
     WriteFile(options, [&](const std::filesystem::path& part) {
       if (options.format == "xlsx") {
@@ -146,6 +186,7 @@ void Deliver(const ReportOutcome& outcome, const RunOptions& options) {
       }
     });
   }
+  if (!outcome.pageEnds.empty()) WritePageEnds(outcome);
   if (sheet.RowCount() < grid.RowCount()) {
     std::cerr << "stockrpt: " << sheet.RowCount() << " of " << grid.RowCount()
               << " rows; --limit shows more\n";
@@ -172,7 +213,7 @@ int Run(const RunOptions& options) {
                          .industryType = options.industryType});
   ReportOutcome outcome;
   try {
-    outcome = run.Run(options.report, settings);
+    outcome = run.Run(options.report, settings, options.pages);
   } catch (const platform::Error& error) {
     if (error.Number() == platform::ErrorNumber::kBadArgument) throw UsageError(error.Description());
     throw;
@@ -207,6 +248,10 @@ void AddRunCommand(CLI::App& app, int& status) {
       ->check(CLI::NonNegativeNumber);
   command->add_option("--user", options->userId, "The user whose rights apply; without it none are")
       ->check(CLI::Range(0, 32767));
+  CLI::Option* item = command->add_option(
+      "--item", options->pages.item, "Of a ledger the page of the item with this number; else the first");
+  command->add_flag("--all", options->pages.all, "Of a ledger the pages of all items, and where each ends")
+      ->excludes(item);
   command->callback([options, &status] { status = Run(*options); });
 }
 

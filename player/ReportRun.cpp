@@ -6,6 +6,7 @@
 #include "desk/Host.h"
 #include "platform/object/ClassRegistry.h"
 #include "platform/rows/ProcessStore.h"
+#include "platform/rows/Recordset.h"
 #include "platform/value/Convert.h"
 
 namespace player {
@@ -16,6 +17,7 @@ using platform::EqualsIgnoreCase;
 using platform::Error;
 using platform::ErrorNumber;
 using platform::Object;
+using platform::Recordset;
 using platform::Ref;
 using platform::Variant;
 using platform::Vector;
@@ -89,6 +91,34 @@ ReportOutcome Read(Object& report) {
   return outcome;
 }
 
+bool HasPages(const ReportOutcome& outcome) {
+  return outcome.property && outcome.property->Exists("EnableMutilPageData");
+}
+
+// Turns to the wished pages of a report that has shown its first one.
+ReportOutcome Turn(Object& report, ReportOutcome outcome, const PageWish& pages) {
+  if (pages.item.empty() && !pages.all) return outcome;
+  if (!HasPages(outcome)) {
+    throw Error(ErrorNumber::kBadArgument, "player",
+                "this report has no pages by item; leave --item and --all out");
+  }
+  if (!outcome.ok) return outcome;
+  if (!pages.all) {
+    report.Call("FindItem", pages.item);
+    return Read(report);
+  }
+  report.Call("GetMutilPageData");
+  outcome = Read(report);
+  if (!outcome.ok) return outcome;
+  outcome.rows = report.Get("MutilPageRs");
+  if (const Ref<Recordset> breaks = report.Get("RowBreakRs").AsRef<Recordset>()) {
+    for (std::size_t i = 0; i < breaks->ViewCount(); ++i) {
+      outcome.pageEnds.push_back(breaks->IntegerAt(0, breaks->RowAt(i)));
+    }
+  }
+  return outcome;
+}
+
 }  // namespace
 
 ReportRun::ReportRun(Options options) : state_(std::make_unique<State>(std::move(options))) {}
@@ -97,7 +127,8 @@ ReportRun::~ReportRun() = default;
 
 std::vector<ComponentClass> ReportRun::Reports() const { return state_->GetHost().Classes(); }
 
-ReportOutcome ReportRun::Run(const std::string& report, const desk::FilterSettings& filter) {
+ReportOutcome ReportRun::Run(const std::string& report, const desk::FilterSettings& filter,
+                             const PageWish& pages) {
   const Ref<Object> object = platform::CreateObject(FindReport(Reports(), report));
   desk::FilterFiller& screen = state_->Screen();
   screen.Fill(filter);
@@ -106,7 +137,7 @@ ReportOutcome ReportRun::Run(const std::string& report, const desk::FilterSettin
   if (screen.Failure()) throw Error(*screen.Failure());
   PutLeft(*object, screen);
   object->Call("GetReportData");
-  return Read(*object);
+  return Turn(*object, Read(*object), pages);
 }
 
 Json ToJson(const ReportOutcome& outcome) {
@@ -116,6 +147,7 @@ Json ToJson(const ReportOutcome& outcome) {
   json["title"] = ToJson(Variant(outcome.title));
   json["header"] = ToJson(Variant(outcome.header));
   json["rows"] = ToJson(outcome.rows);
+  if (!outcome.pageEnds.empty()) json["pageEnds"] = outcome.pageEnds;
   return json;
 }
 

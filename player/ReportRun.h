@@ -27,9 +27,18 @@ struct ReportOutcome {
   platform::Ref<platform::Vector> title;
   platform::Ref<platform::Vector> header;
   platform::Variant rows;
+  // Of a report on a list of items, all of whose pages were asked for: the row that each page ends with,
+  // counted from 1. Empty otherwise.
+  std::vector<std::int32_t> pageEnds;
 };
 
-// {"result","property","title","header","rows"}
+// Which pages a report on a list of items hands back.
+struct PageWish {
+  std::string item;  // the one item of this number; empty: the first of the list
+  bool all = false;
+};
+
+// {"result","property","title","header","rows"}, and "pageEnds" of all pages
 Json ToJson(const ReportOutcome& outcome);
 
 // Reports run without a user: the component is loaded, a stock book stands behind it, and a report's filter
@@ -56,7 +65,9 @@ class ReportRun {
   // of the report's dialog stand at their defaults but for those in `filter`. A key of the filter without a
   // field ("OrderBy") takes its value as it stands. Raises kBadArgument for a report, key or value that
   // cannot be used, and says what can; a report that fails tells it in the outcome.
-  ReportOutcome Run(const std::string& report, const desk::FilterSettings& filter);
+  // A wish for pages is kBadArgument for a report that has none.
+  ReportOutcome Run(const std::string& report, const desk::FilterSettings& filter,
+                    const PageWish& pages = {});
 
  private:
   class State;

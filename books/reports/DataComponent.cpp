@@ -1,6 +1,7 @@
 #include "books/reports/DataComponent.h"
 
 #include "books/reports/Data10414.h"
+#include "books/reports/ledger/Data10402.h"
 #include "platform/value/Convert.h"
 
 namespace books::reports {
@@ -19,6 +20,7 @@ constexpr Entry EntryOf() {
 }
 
 constexpr Entry kComponents[] = {
+    EntryOf<Data10402>(),
     EntryOf<Data10414>(),
 };
 

@@ -1,10 +1,13 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <typeindex>
 
 #include "books/database/Connection.h"
 #include "books/reader/SqlReader.h"
@@ -29,9 +32,19 @@ class Store {
   // what it means: UseShortNumber 1, and also none, stands for full numbers.
   bool UsesShortNumbers();
 
+  // What a data component keeps between its objects, of which every call may have a new one: one T a book,
+  // made from the store on its first use.
+  template <class T>
+  T& Kept() {
+    std::shared_ptr<void>& kept = kept_[typeid(T)];
+    if (!kept) kept = std::make_shared<T>(*this);
+    return *static_cast<T*>(kept.get());
+  }
+
  private:
   std::filesystem::path file_;
   database::Connection reading_;
+  std::map<std::type_index, std::shared_ptr<void>> kept_;  // may hold statements of the connection
 };
 
 }  // namespace books::services

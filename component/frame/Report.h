@@ -45,7 +45,7 @@ class Report : public platform::Object {
   // Stores the number and sets Property up anew, which drops what the browser has added to it.
   void SetExtFirter(const std::string& number);
   // Fetches unless the filter was refused or cancelled, or the last fetch failed.
-  platform::Variant GetReportData();
+  virtual platform::Variant GetReportData();
   // Fetches with the present filter, whatever Result says.
   virtual platform::Variant Refresh();
   platform::Ref<platform::Dictionary> Filter() const { return filter_; }
@@ -91,6 +91,9 @@ class Report : public platform::Object {
   bool IsOk() const;
   void AcceptFilter(const platform::Ref<platform::Dictionary>& filter) { filter_ = filter; }
   Bar& ProgBar();
+  // For a report that makes its rows and title lines itself.
+  void SetRows(const platform::Variant& rows) { rows_ = rows; }
+  void SetTitle(const platform::Ref<platform::Vector>& title) { title_ = title; }
 
  private:
   void KeepRows(const platform::Variant& rows);

@@ -2,6 +2,7 @@
 #include "component/server/Classes.h"
 
 #include "component/filter/Rpt10414.h"
+#include "component/ledger/Rpt10402.h"
 
 namespace component {
 namespace {
@@ -30,7 +31,7 @@ constexpr ServedClass kClasses[] = {
     {.description = {.programmaticId = "TOVStockRpt.Rpt10402",
                      .classId = {{0xea, 0xf5, 0x55, 0x08, 0xd7, 0xc8, 0x53, 0xc6, 0xb7, 0x9f, 0xc4, 0xb1, 0xb5, 0x59, 0x81, 0xca}},
                      .number = "10402",
-                     .title = "库存商品明细账"}},
+                     .title = "库存商品明细账"}, .make = MakeReport<Rpt10402>},
     {.description = {.programmaticId = "TOVStockRpt.Rpt10403",
                      .classId = {{0x4f, 0x19, 0x4d, 0x5f, 0xeb, 0x14, 0x50, 0x5e, 0x9c, 0x6d, 0x53, 0x5b, 0x70, 0x5f, 0xf8, 0xa7}},
                      .number = "10403",

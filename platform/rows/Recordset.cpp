@@ -27,17 +27,19 @@ constexpr std::int64_t kAfter = std::numeric_limits<std::int64_t>::max();
 struct Recordset::View {
   Condition condition;
   std::string text;
+  std::size_t first = 0;            // of the rows that may be in it
+  std::size_t last = 0;             // behind them
   std::vector<std::uint32_t> rows;  // ascending
-  std::size_t seen = 0;             // rows of the store that were asked
+  std::size_t seen = 0;             // rows of the store that were asked, or lie before the first
   std::size_t removals = 0;
 
   void CatchUp(const RowStore& store) {
     if (removals != store.Removals()) {
       rows.clear();
-      seen = 0;
+      seen = first;
       removals = store.Removals();
     }
-    for (; seen < store.RowCount(); ++seen) {
+    for (; seen < std::min(last, store.RowCount()); ++seen) {
       if (condition.Matches(store, seen)) rows.push_back(static_cast<std::uint32_t>(seen));
     }
   }
@@ -86,9 +88,15 @@ void Recordset::Close() {
   rows_ = std::make_shared<RowStore>();
 }
 
-Ref<Recordset> Recordset::Clone() const {
+Ref<Recordset> Recordset::Clone() const { return Slice(first_, last_ - first_); }
+
+Ref<Recordset> Recordset::Slice(std::size_t first, std::size_t count) const {
   RequireOpen();
-  return Ref<Recordset>(new Recordset(rows_));
+  Ref<Recordset> slice(new Recordset(rows_));
+  slice->first_ = std::max(first, first_);
+  slice->last_ = count < last_ - std::min(first, last_) ? first + count : last_;
+  slice->MakeView("");
+  return slice;
 }
 
 const std::vector<Field>& Recordset::Fields() const {
@@ -223,16 +231,26 @@ std::string Recordset::Filter() const {
 
 void Recordset::SetFilter(const std::string& condition) {
   TakeOver();
+  MakeView(condition);
+  position_ = 0;
+}
+
+void Recordset::MakeView(const std::string& condition) {
+  const bool filtered = !TrimBlanks(condition).empty();
   std::unique_ptr<View> view;
-  if (!TrimBlanks(condition).empty()) {
+  if (filtered || first_ > 0 || last_ != std::numeric_limits<std::size_t>::max()) {
     view = std::make_unique<View>();
-    view->condition = Condition::Parse(condition, *rows_);
-    view->text = condition;
+    if (filtered) {
+      view->condition = Condition::Parse(condition, *rows_);
+      view->text = condition;
+    }
+    view->first = first_;
+    view->last = last_;
+    view->seen = first_;
     view->removals = rows_->Removals();
     view->CatchUp(*rows_);
   }
   view_ = std::move(view);
-  position_ = 0;
 }
 
 void Recordset::AddNew() {

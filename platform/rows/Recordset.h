@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -83,6 +84,9 @@ class Recordset final : public Exposed<Recordset> {
 
   // The same rows with a cursor of its own, at the first row and without a filter.
   Ref<Recordset> Clone() const;
+  // The same for `count` rows from row number `first` on: what a filter or a clone of it shows stays among
+  // them. For a server that reads much at once and hands it out part by part.
+  Ref<Recordset> Slice(std::size_t first, std::size_t count) const;
   // Removes the rows from number `rowCount` on, in all clones. For a writer that takes back what it added.
   void TruncateTo(std::size_t rowCount);
 
@@ -169,6 +173,7 @@ class Recordset final : public Exposed<Recordset> {
 
   explicit Recordset(std::shared_ptr<RowStore> rows);
 
+  void MakeView(const std::string& condition);
   void RequireOpen() const;
   void RequireColumn(std::size_t column) const;
   void RequireCell(std::size_t column, std::size_t row) const {
@@ -185,7 +190,9 @@ class Recordset final : public Exposed<Recordset> {
   bool adding_ = false;
   std::shared_ptr<RowStore> rows_;
   std::int64_t position_ = 0;   // in the view; kBefore, kAfter outside of it
-  std::unique_ptr<View> view_;  // null without a filter
+  std::unique_ptr<View> view_;  // null when all rows show
+  std::size_t first_ = 0;       // of the rows that may show; all but in a slice
+  std::size_t last_ = std::numeric_limits<std::size_t>::max();  // behind them
   std::vector<OldCell> oldCells_;
 };
 

@@ -100,6 +100,12 @@ const Case kCases[] = {
 
     {"a workbook", "run Rpt10414 --book BOOK --format xlsx --out DIR/report.xlsx", 0, ""},
     {"pages", "run Rpt10414 --book BOOK --format pdf --out DIR/report.pdf", 0, ""},
+    {"all pages of the ledger", "run Rpt10402 BDate=2024-01-01 EDate=2024-01-31 --all --book BOOK --limit 1",
+     0, "pages, ending with the rows"},
+    {"a page of an item that is not there", "run Rpt10402 --item 99 --book BOOK", 1,
+     "未找到代码为 [99]的物料"},
+    {"pages of a report that has none", "run Rpt10414 --all --book BOOK", 2, "no pages by item"},
+    {"one page and all pages", "run Rpt10402 --all --item 01 --book BOOK", 2, "excludes"},
 
     {"no command", "", 2, "subcommand is required"},
     {"an unknown command", "frobnicate", 2, ""},

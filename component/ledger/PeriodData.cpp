@@ -1,0 +1,168 @@
+#include "component/ledger/PeriodData.h"
+
+#include "platform/rows/Dictionary.h"
+
+namespace component {
+namespace {
+
+using platform::Currency;
+using platform::Recordset;
+using platform::Ref;
+using platform::Variant;
+
+constexpr std::string_view kOpeningFields[] = {"FBatchNo", "FBegQty", "FBegAmount", "FBegDiff"};
+constexpr std::string_view kClosingFields[] = {"FBatchNo", "FEndQty", "FEndAmount", "FEndDiff"};
+enum BalanceField : std::uint8_t { kBatchNo, kQty, kAmount, kDiff };
+
+constexpr std::string_view kMovementFields[] = {
+    "FInterID", "FEntryID",  "FDate",  "FVoucherNo", "FBatchNo",  "FNote",   "FTranTypeName", "FAuxName",
+    "FBillNo",  "FTranType", "FInQty", "FInPrice",   "FInAmount", "FOutQty", "FOutPrice",     "FOutAmount"};
+enum MovementField : std::uint8_t {
+  kInterId,
+  kEntryId,
+  kDate,
+  kVoucherNo,
+  kMovementBatchNo,
+  kNote,
+  kTranTypeName,
+  kAuxName,
+  kBillNo,
+  kTranType,
+  kInQty,
+  kInPrice,
+  kInAmount,
+  kOutQty,
+  kOutPrice,
+  kOutAmount,
+};
+static_assert(std::size(kMovementFields) == kOutAmount + 1);
+
+constexpr std::string_view kDifferenceFields[] = {"FInDiff", "FOutDiff"};
+
+}  // namespace
+
+bool LedgerSource::Fits() const {
+  const std::vector<platform::Field>& fields = rows_->Fields();
+  for (std::size_t i = 0; i < fields_.size(); ++i) {
+    const std::size_t index = columns_[i].index;
+    if (index >= fields.size() || fields[index].name != fields_[i] ||
+        platform::IsTextType(fields[index].type) != columns_[i].isText) {
+      return false;
+    }
+  }
+  return true;
+}
+
+void LedgerSource::Take(const Ref<Recordset>& rows) {
+  rows_ = rows;
+  count_ = rows_->ViewCount();
+  if (count_ == 0 || Fits()) return;
+  for (std::size_t i = 0; i < fields_.size(); ++i) {
+    const std::size_t index = rows_->FieldIndex(fields_[i]);
+    columns_[i] = {.index = index, .isText = platform::IsTextType(rows_->Fields()[index].type)};
+  }
+}
+
+Variant LedgerSource::ValueOf(std::size_t field, std::size_t row) const {
+  Variant value = rows_->ValueAt(columns_[field].index, row);
+  return value.IsNull() ? Variant() : value;
+}
+
+std::string_view LedgerSource::Text(std::size_t field, std::size_t position) {
+  const std::size_t row = rows_->RowAt(position);
+  if (columns_[field].isText) return rows_->TextAt(columns_[field].index, row);
+  texts_[field] = platform::ToText(ValueOf(field, row));
+  return texts_[field];
+}
+
+std::int32_t LedgerSource::Integer(std::size_t field, std::size_t position) const {
+  const std::size_t row = rows_->RowAt(position);
+  if (columns_[field].isText) return platform::ToInt32(ValueOf(field, row));
+  return rows_->IntegerAt(columns_[field].index, row);
+}
+
+double LedgerSource::Double(std::size_t field, std::size_t position) const {
+  const std::size_t row = rows_->RowAt(position);
+  if (columns_[field].isText) return platform::ToDouble(ValueOf(field, row));
+  return rows_->DoubleAt(columns_[field].index, row);
+}
+
+Currency LedgerSource::Amount(std::size_t field, std::size_t position) const {
+  const std::size_t row = rows_->RowAt(position);
+  if (columns_[field].isText) return platform::ToCurrency(ValueOf(field, row));
+  return rows_->CurrencyAt(columns_[field].index, row);
+}
+
+platform::Date LedgerSource::Day(std::size_t field, std::size_t position) const {
+  const std::size_t row = rows_->RowAt(position);
+  if (rows_->Fields()[columns_[field].index].type == platform::FieldType::kDate) {
+    return rows_->DateAt(columns_[field].index, row);
+  }
+  return platform::ToDate(ValueOf(field, row));
+}
+
+PeriodData::PeriodData()
+    : opening(kOpeningFields),
+      happened(kMovementFields),
+      differences(kDifferenceFields),
+      closing(kClosingFields) {}
+
+void PeriodData::Take(const Variant& answer) {
+  opening.Take(KeyedRows(answer, "rsBegBal"));
+  happened.Take(KeyedRows(answer, "rsHappen"));
+  closing.Take(KeyedRows(answer, "rsEndBal"));
+  firstDay = platform::ToDate(KeyedValue(answer, "BDate"));
+  lastDay = platform::ToDate(KeyedValue(answer, "EDate")).AddDays(-1);
+}
+
+LedgerBalance PeriodData::Balance(LedgerSource& source, std::size_t position) {
+  LedgerBalance balance{.batchNo = source.Text(kBatchNo, position), .figures = {}};
+  balance.figures.quantity = source.Double(kQty, position);
+  balance.figures.amount = source.Amount(kAmount, position);
+  balance.figures.diff = source.Amount(kDiff, position);
+  balance.figures.price = SafePrice(balance.figures.quantity, source.Double(kAmount, position));
+  return balance;
+}
+
+LedgerMovement PeriodData::Movement(std::size_t position, bool withDiff) {
+  LedgerMovement movement;
+  movement.id = happened.Integer(kInterId, position);
+  movement.entryId = happened.Integer(kEntryId, position);
+  movement.date = happened.Day(kDate, position);
+  movement.voucherNo = happened.Text(kVoucherNo, position);
+  movement.batchNo = happened.Text(kMovementBatchNo, position);
+  movement.note = happened.Text(kNote, position);
+  movement.tranTypeName = happened.Text(kTranTypeName, position);
+  movement.auxName = happened.Text(kAuxName, position);
+  movement.billNo = happened.Text(kBillNo, position);
+  movement.tranType = happened.Integer(kTranType, position);
+  movement.in.quantity = happened.Double(kInQty, position);
+  movement.in.price = happened.Double(kInPrice, position);
+  movement.in.amount = happened.Amount(kInAmount, position);
+  movement.out.quantity = happened.Double(kOutQty, position);
+  movement.out.price = happened.Double(kOutPrice, position);
+  movement.out.amount = happened.Amount(kOutAmount, position);
+  if (withDiff) {
+    movement.in.diff = differences.Amount(0, position);
+    movement.out.diff = differences.Amount(1, position);
+  }
+  return movement;
+}
+
+Variant KeyedValue(const Variant& answer, const std::string& key) {
+  platform::Object& keyed = answer.AsObject();
+  if (const auto* dictionary = dynamic_cast<const platform::Dictionary*>(&keyed))
+    return dictionary->Value(key);
+  return keyed.Get("Item", key);
+}
+
+Ref<Recordset> KeyedRows(const Variant& answer, const std::string& key) {
+  Ref<Recordset> rows = KeyedValue(answer, key).AsRef<Recordset>();
+  if (!rows) {
+    throw platform::Error(platform::ErrorNumber::kTypeMismatch, "TOVStockRpt.Rpt10402",
+                          "type mismatch: the data component answers no recordset under " + key);
+  }
+  return rows;
+}
+
+}  // namespace component
