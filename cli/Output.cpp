@@ -8,6 +8,10 @@
 namespace cli {
 namespace {
 
+using exports::Alignment;
+using exports::Grid;
+using exports::GridColumn;
+
 constexpr std::string_view kGap = "  ";
 
 std::string Padded(std::string_view text, std::size_t width, Alignment alignment) {
@@ -113,30 +117,6 @@ class TableWriter {
   std::vector<std::size_t> widths_;
 };
 
-std::string CsvValue(std::string text, bool isText) {
-  if (isText && !text.empty() && std::string_view("=+-@\t\r").find(text.front()) != std::string_view::npos) {
-    text.insert(0, 1, '\'');
-  }
-  if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
-  std::string quoted = "\"";
-  for (const char c : text) {
-    if (c == '"') quoted += '"';
-    quoted += c;
-  }
-  return quoted + "\"";
-}
-
-std::string CsvCaption(const Grid& grid, std::size_t index, std::string& group, std::size_t& left) {
-  const GridColumn& column = grid.Columns()[index];
-  if (column.groupSpan > 0) {
-    group = column.group;
-    left = column.groupSpan;
-  }
-  const std::string first = left > 0 ? group : column.caption;
-  if (left > 0) --left;
-  return first.empty() || column.second.empty() ? first + column.second : first + " " + column.second;
-}
-
 }  // namespace
 
 std::size_t DisplayWidth(std::string_view text) {
@@ -159,30 +139,11 @@ std::size_t DisplayWidth(std::string_view text) {
   return width;
 }
 
-void WriteTable(std::ostream& out, std::string_view name, const std::vector<std::string>& titleLines,
-                const Grid& grid, std::optional<std::size_t> limit) {
-  out << name << '\n';
-  for (const std::string& line : titleLines) out << line << '\n';
+void WriteTable(std::ostream& out, const exports::Sheet& sheet) {
+  out << sheet.name << '\n';
+  for (const std::string& line : sheet.titleLines) out << line << '\n';
   out << '\n';
-  TableWriter(out, grid, std::min(grid.RowCount(), limit.value_or(grid.RowCount()))).Write();
-}
-
-void WriteCsv(std::ostream& out, const Grid& grid, std::optional<std::size_t> limit) {
-  out << "\xEF\xBB\xBF";
-  std::string group;
-  std::size_t left = 0;
-  for (std::size_t i = 0; i < grid.Columns().size(); ++i) {
-    out << (i > 0 ? "," : "") << CsvValue(CsvCaption(grid, i, group, left), true);
-  }
-  out << "\r\n";
-  const std::size_t rows = std::min(grid.RowCount(), limit.value_or(grid.RowCount()));
-  for (std::size_t row = 0; row < rows; ++row) {
-    for (std::size_t i = 0; i < grid.Columns().size(); ++i) {
-      const bool isText = grid.Columns()[i].alignment == Alignment::kLeft;
-      out << (i > 0 ? "," : "") << CsvValue(grid.ExactCell(i, row), isText);
-    }
-    out << "\r\n";
-  }
+  TableWriter(out, sheet.grid, sheet.RowCount()).Write();
 }
 
 }  // namespace cli

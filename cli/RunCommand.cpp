@@ -1,4 +1,6 @@
+#include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iostream>
 #include <sstream>
 
@@ -7,6 +9,9 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "desk/Host.h"
+#include "exports/Csv.h"
+#include "exports/Pdf.h"
+#include "exports/Xlsx.h"
 #include "platform/rows/Dictionary.h"
 #include "platform/value/Convert.h"
 #include "player/BookBackend.h"
@@ -72,36 +77,79 @@ void WriteJson(std::ostream& out, const ReportOutcome& outcome, std::optional<st
   out << player::ToLine(json) << '\n';
 }
 
-void WriteOutcome(std::ostream& out, const ReportOutcome& outcome, const RunOptions& options) {
-  if (options.format == "json") return WriteJson(out, outcome, options.limit);
-  if (!outcome.header || !outcome.property) throw std::runtime_error("the report hands back no heading");
-  const Recordset& rows = RowsOf(outcome);
-  const Grid grid(*outcome.header, rows);
+void WriteText(std::ostream& out, const exports::Sheet& sheet, const RunOptions& options) {
   if (options.format == "csv") {
-    WriteCsv(out, grid, options.limit);
+    exports::WriteCsv(out, sheet);
   } else {
-    WriteTable(out, platform::ToText(outcome.property->Value("Name")), TitleLines(outcome), grid,
-               options.limit);
+    WriteTable(out, sheet);
   }
-  const std::size_t shown = std::min(grid.RowCount(), options.limit.value_or(grid.RowCount()));
-  if (shown < grid.RowCount()) {
-    std::cerr << "stockrpt: " << shown << " of " << grid.RowCount() << " rows; --limit shows more\n";
+}
+
+bool IsFileFormat(const RunOptions& options) { return options.format == "xlsx" || options.format == "pdf"; }
+
+UsageError CannotWrite(const RunOptions& options) {
+  return UsageError("cannot write " + options.out + "; name a file in a folder that you may write to");
+}
+
+// A file is written beside its place and gets its name when it is whole, so that a failure costs no older
+// one.
+void WriteFile(const RunOptions& options, const std::function<void(const std::filesystem::path&)>& write) {
+  const std::filesystem::path part = options.out + ".part";
+  std::error_code error;
+  if (!std::ofstream(part)) throw CannotWrite(options);
+  try {
+    write(part);
+  } catch (...) {
+    std::filesystem::remove(part, error);
+    throw;
   }
+  std::filesystem::rename(part, options.out, error);
+  if (!error) return;
+  std::filesystem::remove(part, error);
+  throw CannotWrite(options);
+}
+
+void WriteStream(const RunOptions& options, const std::function<void(std::ostream&)>& write) {
+  if (options.out.empty()) {
+    std::ostringstream text;
+    write(text);
+    std::cout << text.str() << std::flush;
+    return;
+  }
+  WriteFile(options, [&](const std::filesystem::path& path) {
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    if (file) write(file);
+    file.close();
+    if (!file) throw CannotWrite(options);
+  });
 }
 
 // The whole text first, so that a failure leaves no half file.
 void Deliver(const ReportOutcome& outcome, const RunOptions& options) {
-  std::ostringstream text;
-  WriteOutcome(text, outcome, options);
-  if (options.out.empty()) {
-    std::cout << text.str() << std::flush;
-    return;
+  if (options.format == "json") {
+    return WriteStream(options, [&](std::ostream& out) { WriteJson(out, outcome, options.limit); });
   }
-  std::ofstream file(options.out, std::ios::binary | std::ios::trunc);
-  file << text.str();
-  file.close();
-  if (!file)
-    throw UsageError("cannot write " + options.out + "; name a file in a folder that you may write to");
+  if (!outcome.header || !outcome.property) throw std::runtime_error("the report hands back no heading");
+  const exports::Grid grid(*outcome.header, RowsOf(outcome));
+  const exports::Sheet sheet{.name = platform::ToText(outcome.property->Value("Name")),
+                             .titleLines = TitleLines(outcome),
+                             .grid = grid,
+                             .limit = options.limit};
+  if (!IsFileFormat(options)) {
+    WriteStream(options, [&](std::ostream& out) { WriteText(out, sheet, options); });
+  } else {
+    WriteFile(options, [&](const std::filesystem::path& part) {
+      if (options.format == "xlsx") {
+        exports::WriteXlsx(part, sheet);
+      } else {
+        exports::WritePdf(part, sheet);
+      }
+    });
+  }
+  if (sheet.RowCount() < grid.RowCount()) {
+    std::cerr << "stockrpt: " << sheet.RowCount() << " of " << grid.RowCount()
+              << " rows; --limit shows more\n";
+  }
 }
 
 std::unique_ptr<desk::DataBackend> OpenBook(const RunOptions& options) {
@@ -113,6 +161,9 @@ std::unique_ptr<desk::DataBackend> OpenBook(const RunOptions& options) {
 }
 
 int Run(const RunOptions& options) {
+  if (IsFileFormat(options) && options.out.empty()) {
+    throw UsageError("--format " + options.format + " makes a file; name it with --out FILE");
+  }
   desk::FilterSettings settings;
   for (const std::string& key : options.keys) settings.push_back(SplitKey(key));
   player::ReportRun run({.component = desk::DefaultComponentPath(),
@@ -145,7 +196,7 @@ void AddRunCommand(CLI::App& app, int& status) {
                       "Conditions as KEY=VALUE, by the keys of the report's filter dialog");
   command->add_option("--book", options->book, "The stock book; without it the one named by STOCKRPT_BOOK");
   command->add_option("--format", options->format, "What is written")
-      ->check(CLI::IsMember({"table", "csv", "json"}))
+      ->check(CLI::IsMember({"table", "csv", "json", "xlsx", "pdf"}))
       ->capture_default_str();
   command->add_option("--out", options->out, "The file to write; without it standard output");
   command->add_option("--limit", options->limit, "The most rows that are written")

@@ -10,6 +10,8 @@ find_path(SODIUM_INCLUDE_DIR sodium.h)
 find_library(SODIUM_LIBRARY sodium)
 find_path(LIBCSV_INCLUDE_DIR csv.h)
 find_library(LIBCSV_LIBRARY csv)
+find_path(XLSXWRITER_INCLUDE_DIR xlsxwriter.h)
+find_library(XLSXWRITER_LIBRARY xlsxwriter)
 
 # house_system_library(NAME LIBRARY INCLUDE_DIR): an imported target for a library without a package file.
 function(house_system_library name library includeDir)
@@ -21,6 +23,7 @@ function(house_system_library name library includeDir)
 endfunction()
 house_system_library(Sodium::Sodium SODIUM_LIBRARY SODIUM_INCLUDE_DIR)
 house_system_library(LibCsv::LibCsv LIBCSV_LIBRARY LIBCSV_INCLUDE_DIR)
+house_system_library(XlsxWriter::XlsxWriter XLSXWRITER_LIBRARY XLSXWRITER_INCLUDE_DIR)
 
 # house_sources(OUT [FOLDER]): all sources under the folder (this one by default), new files picked up by the build.
 function(house_sources out)

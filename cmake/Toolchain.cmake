@@ -45,6 +45,10 @@ if(UNIX AND NOT APPLE)
   endif()
 endif()
 
+if(HOUSE_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 if(HOUSE_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all)
   add_link_options(-fsanitize=address,undefined)

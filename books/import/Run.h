@@ -39,7 +39,8 @@ struct Run {
     platform::Date last = platform::Date::FromDays(0);
   };
   PeriodDays lastPeriod;  // the one that was asked for last: most bills lie beside the one before
-  // Null while accounting has not begun. Bills are written by ImportBills and posted by its Finish.
+  // Opening stock and audited bills go through it; it posts them when Import finishes it. Null while
+  // accounting has not begun.
   posting::BulkPosting* posting = nullptr;
   std::vector<std::int64_t> billsToAudit;
 

@@ -98,6 +98,9 @@ const Case kCases[] = {
      "a new book"},
     {"a dry run", "import DIR/dry.db " TEST_SOURCE_DIR "/../../examples/import --dry-run", 0, ""},
 
+    {"a workbook", "run Rpt10414 --book BOOK --format xlsx --out DIR/report.xlsx", 0, ""},
+    {"pages", "run Rpt10414 --book BOOK --format pdf --out DIR/report.pdf", 0, ""},
+
     {"no command", "", 2, "subcommand is required"},
     {"an unknown command", "frobnicate", 2, ""},
     {"an unknown report", "run Rpt1 --book BOOK", 2, "there is no report 'Rpt1'"},
@@ -105,6 +108,9 @@ const Case kCases[] = {
     {"a key that the report decides", "run Rpt10414 UserID=1 --book BOOK", 2, "no filter key 'UserID'"},
     {"no key at all", "run Rpt10414 01.02 --book BOOK", 2, "'01.02' is no KEY=VALUE"},
     {"an entry that is not there", "run Rpt10414 cboSort=9 --book BOOK", 2, "there is no entry 9"},
+    {"a workbook without a file", "run Rpt10414 --book BOOK --format xlsx", 2, "name it with --out FILE"},
+    {"a workbook where nothing can be written", "run Rpt10414 --book BOOK --format xlsx --out /no/x.xlsx", 2,
+     "cannot write /no/x.xlsx; name a file"},
     {"no book", "run Rpt10414", 2, "no stock book is given"},
     {"a missing book", "run Rpt10414 --book DIR/none.db", 2, "there is no file"},
     {"a file that is no book", "run Rpt10414 --book " TEST_BINARY_DIR "/stockrpt", 2, "no stock book"},

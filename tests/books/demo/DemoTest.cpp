@@ -2,6 +2,9 @@
 #include <filesystem>
 #include <fstream>
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
 #include "books/Book.h"
 #include "books/check/Check.h"
 #include "books/database/Connection.h"

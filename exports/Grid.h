@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,7 +9,7 @@
 #include "platform/rows/Recordset.h"
 #include "platform/rows/Vector.h"
 
-namespace cli {
+namespace exports {
 
 enum class Alignment { kLeft, kRight };
 
@@ -36,12 +37,17 @@ class Grid {
   std::string Cell(std::size_t column, std::size_t row) const;
   // As another program wants it: every figure exact.
   std::string ExactCell(std::size_t column, std::size_t row) const;
+  // The cell's figure; nothing for texts, dates and empty cells.
+  std::optional<double> Number(std::size_t column, std::size_t row) const;
+  // Rows that sum up others carry FSumSort above 0.
+  bool IsSummary(std::size_t row) const;
   bool HasSecondLine() const;
 
  private:
   const platform::Recordset& rows_;
   std::vector<GridColumn> columns_;
   std::vector<std::size_t> fields_;  // of each column, in the recordset
+  std::optional<std::size_t> sumSort_;
 };
 
-}  // namespace cli
+}  // namespace exports

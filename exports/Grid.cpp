@@ -1,6 +1,6 @@
 // The caption language: "text$" heads one column; "text+|+|" stands over its own column and one more for each
 // mark; an empty caption is a later column of a group; any other text is a plain two-line heading.
-#include "cli/Grid.h"
+#include "exports/Grid.h"
 
 #include <array>
 #include <charconv>
@@ -8,7 +8,7 @@
 #include "platform/rows/Dictionary.h"
 #include "platform/value/Convert.h"
 
-namespace cli {
+namespace exports {
 namespace {
 
 using platform::Dictionary;
@@ -66,7 +66,8 @@ bool IsNumber(const Variant& value) { return !value.IsText() && platform::IsNume
 
 }  // namespace
 
-Grid::Grid(const platform::Vector& header, const Recordset& rows) : rows_(rows) {
+Grid::Grid(const platform::Vector& header, const Recordset& rows)
+    : rows_(rows), sumSort_(rows.FindField("FSumSort")) {
   std::string group;        // the group that still waits for its columns
   std::size_t waiting = 0;  // columns that it still spans, hidden ones included
   std::size_t first = 0;    // position of the group's first shown column
@@ -118,4 +119,16 @@ std::string Grid::ExactCell(std::size_t column, std::size_t row) const {
   return value.IsNull() ? std::string() : platform::ToText(value);
 }
 
-}  // namespace cli
+std::optional<double> Grid::Number(std::size_t column, std::size_t row) const {
+  const Variant value = rows_.ValueAt(fields_[column], rows_.RowAt(row));
+  if (columns_[column].type == "1" || value.IsNull() || value.IsEmpty() || !IsNumber(value)) return {};
+  return platform::ToDouble(value);
+}
+
+bool Grid::IsSummary(std::size_t row) const {
+  if (!sumSort_) return false;
+  const Variant value = rows_.ValueAt(*sumSort_, rows_.RowAt(row));
+  return IsNumber(value) && platform::ToDouble(value) > 0;
+}
+
+}  // namespace exports

@@ -1,0 +1,182 @@
+// The same small sheet as CSV, workbook and pages: what is seen is what is written.
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "exports/Csv.h"
+#include "exports/Pdf.h"
+#include "exports/Xlsx.h"
+#include "platform/rows/Dictionary.h"
+#include "platform/value/Error.h"
+
+namespace {
+
+using exports::Sheet;
+using platform::Currency;
+using platform::Dictionary;
+using platform::FieldType;
+using platform::MakeRef;
+using platform::Recordset;
+using platform::Ref;
+using platform::Vector;
+using testing::HasSubstr;
+using testing::Not;
+
+struct Column {
+  const char* caption;
+  const char* second;
+  const char* type;
+  const char* field;
+  bool visible = true;
+  bool forbidden = false;
+};
+
+Ref<Vector> HeaderOf(const std::vector<Column>& columns) {
+  const Ref<Vector> header = MakeRef<Vector>();
+  for (const Column& column : columns) {
+    const Ref<Dictionary> description = MakeRef<Dictionary>();
+    description->Set("FColCaption", column.caption);
+    description->Set("FHeadSecond", column.second);
+    description->Set("FColType", column.type);
+    description->Set("FColName", column.field);
+    description->Set("FVisible", column.visible ? 1 : 0);
+    description->Set("FForceHide", column.forbidden);
+    header->Add(description);
+  }
+  return header;
+}
+
+class Exports : public testing::Test {
+ protected:
+  Exports() {
+    rows_->AppendField("FName", FieldType::kText, 50);
+    rows_->AppendField("FQty", FieldType::kDouble);
+    rows_->AppendField("FBal", FieldType::kCurrency);
+    rows_->AppendField("FSecret", FieldType::kText, 50);
+    rows_->AppendField("FSumSort", FieldType::kInt32);
+    rows_->Open();
+    Add("=1+1", 2.5, Currency::FromUnits(12345000), 0);
+    Add("酱油, \"老抽\"", -3, Currency::FromUnits(-500), 0);
+    Add("合计", -0.5, Currency::FromUnits(12344500), 1);
+    grid_.emplace(*header_, *rows_);
+  }
+  ~Exports() override { std::filesystem::remove(file_); }
+
+  void Add(const char* name, double quantity, Currency amount, std::int32_t sumSort) const {
+    rows_->AddNew();
+    rows_->SetText(0, name);
+    rows_->SetDouble(1, quantity);
+    rows_->SetCurrency(2, amount);
+    rows_->SetText(3, "不给看");
+    rows_->SetInteger(4, sumSort);
+    rows_->Update();
+  }
+
+  Sheet SheetOf(std::optional<std::size_t> limit = {}) const {
+    return {.name = "收发表", .titleLines = {"商品代码[全部]"}, .grid = *grid_, .limit = limit};
+  }
+
+  std::string FileBytes() const {
+    std::ifstream in(file_, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+
+  // One part of the workbook as text.
+  std::string PartOfWorkbook(const std::string& part) const {
+    const std::string command = "python3 -c \"import zipfile,sys; sys.stdout.write(zipfile.ZipFile('" +
+                                file_.string() + "').read('" + part + "').decode())\"";
+    FILE* pipe = popen(command.c_str(), "r");
+    std::string text;
+    std::array<char, 4096> buffer{};
+    while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), pipe)) {
+      text.append(buffer.data(), count);
+    }
+    EXPECT_EQ(pclose(pipe), 0);
+    return text;
+  }
+
+  std::size_t PagesOfPdf() const {
+    const std::string bytes = FileBytes();
+    std::size_t pages = 0;
+    for (std::size_t at = 0; (at = bytes.find("/Type /Page", at)) != std::string::npos; at += 11) {
+      if (bytes[at + 11] != 's') ++pages;
+    }
+    return pages;
+  }
+
+  std::filesystem::path file_ =
+      std::filesystem::temp_directory_path() /
+      (std::string("exports-") + testing::UnitTest::GetInstance()->current_test_info()->name());
+  Ref<Vector> header_ = HeaderOf({{"商品名称$", "", "1", "FName"},
+                                  {"结存+|", "数量", "2", "FQty"},
+                                  {"", "金额", "6", "FBal"},
+                                  {"暗$", "", "1", "FSecret", false},
+                                  {"禁$", "", "1", "FSecret", true, true}});
+  Ref<Recordset> rows_ = MakeRef<Recordset>();
+  std::optional<exports::Grid> grid_;
+};
+
+TEST_F(Exports, WriteCommaSeparatedValues) {
+  std::ostringstream out;
+  EXPECT_TRUE(exports::WriteCsv(out, SheetOf()));
+  EXPECT_EQ(out.str(),
+            "\xEF\xBB\xBF商品名称,结存 数量,结存 金额\r\n"
+            "'=1+1,2.5,1234.5\r\n"
+            "\"酱油, \"\"老抽\"\"\",-3,-0.05\r\n"
+            "合计,-0.5,1234.45\r\n");
+}
+
+TEST_F(Exports, WriteAWorkbookWithFiguresGroupsAndAFrozenHeading) {
+  EXPECT_TRUE(exports::WriteXlsx(file_, SheetOf()));
+  const std::string sheet = PartOfWorkbook("xl/worksheets/sheet1.xml");
+  EXPECT_THAT(sheet, HasSubstr("<t>收发表</t>"));
+  EXPECT_THAT(sheet, HasSubstr("<t>商品代码[全部]</t>"));
+  EXPECT_THAT(sheet, HasSubstr(R"(<mergeCell ref="B3:C3"/>)"));
+  EXPECT_THAT(sheet, HasSubstr(R"(topLeftCell="C5")"));
+  EXPECT_THAT(sheet, HasSubstr("<t>=1+1</t>"));
+  EXPECT_THAT(sheet, HasSubstr("<v>1234.5</v>"));
+  EXPECT_THAT(sheet, HasSubstr("<v>-0.05</v>"));
+  EXPECT_THAT(sheet, Not(HasSubstr("不给看")));
+}
+
+TEST_F(Exports, WritePagesForPaper) {
+  for (int i = 0; i < 100; ++i) Add("盐", i, Currency::FromUnits(i), 0);
+  EXPECT_TRUE(exports::WritePdf(file_, SheetOf()));
+  EXPECT_EQ(FileBytes().substr(0, 5), "%PDF-");
+  EXPECT_EQ(PagesOfPdf(), 2U);
+}
+
+TEST_F(Exports, APageWithoutRowsHasItsHeading) {
+  EXPECT_TRUE(exports::WritePdf(file_, SheetOf(0)));
+  EXPECT_EQ(PagesOfPdf(), 1U);
+}
+
+TEST_F(Exports, AreCutAtTheLimit) {
+  std::ostringstream out;
+  EXPECT_TRUE(exports::WriteCsv(out, SheetOf(1)));
+  EXPECT_THAT(out.str(), Not(HasSubstr("合计")));
+}
+
+TEST_F(Exports, LeaveNoFileWhenTheyAreStopped) {
+  const exports::Progress stop = [](std::size_t, std::size_t) { return false; };
+  std::ostringstream out;
+  EXPECT_FALSE(exports::WriteCsv(out, SheetOf(), stop));
+  EXPECT_FALSE(exports::WriteXlsx(file_, SheetOf(), stop));
+  EXPECT_FALSE(std::filesystem::exists(file_));
+  EXPECT_FALSE(exports::WritePdf(file_, SheetOf(), stop));
+  EXPECT_FALSE(std::filesystem::exists(file_));
+}
+
+TEST_F(Exports, RefuseAFolderThatIsNotThere) {
+  const std::filesystem::path nowhere = "/no/such/folder/file";
+  EXPECT_THROW(exports::WriteXlsx(nowhere, SheetOf()), platform::Error);
+  EXPECT_THROW(exports::WritePdf(nowhere, SheetOf()), platform::Error);
+}
+
+}  // namespace
