@@ -13,7 +13,7 @@ namespace browser {
 namespace {
 
 // The parent is gone or speaks nonsense: there is nothing to save, and forms may be open on the stack.
-[[noreturn]] void End() { std::_Exit(0); }
+[[noreturn]] void End() { std::_Exit(1); }
 
 }  // namespace
 
