@@ -62,7 +62,7 @@ describe("blocks of rows", () => {
     const blocks = new Blocks(source);
     blocks.want([0, 10], [3]);
     blocks.want([0, 10], [3]);
-    expect(source.asked).toEqual([`0+${kBlockRows}:0-39`]);
+    expect(source.asked).toEqual([`0+${kBlockRows}:0-19`]);
     expect(blocks.cell(10, 3)).toBeUndefined();
     await source.answer();
     expect(blocks.cell(10, 3)).toBe(10_003);
@@ -76,7 +76,7 @@ describe("blocks of rows", () => {
     expect(source.asked).toHaveLength(4);
     blocks.want([9000], [0]);
     await source.answer();
-    expect(source.asked.slice(4)).toEqual(["9000+250:0-39"]);
+    expect(source.asked.slice(4)).toEqual(["9000+200:0-19"]);
   });
   it("say when a block could not be read", async () => {
     const errors: unknown[] = [];

@@ -9,7 +9,6 @@ import { contains, moveBy, rectangleOf, type Selection, type Spot } from "./sele
 import { columnEdges, columnWindow, rowsTop, rowWindow, scrollHeight, scrollTopOf } from "./windowing";
 
 export const kRowHeight = 26;
-export const kGutter = 56; // row numbers
 
 export interface GridContent {
   columns: GridColumn[]; // shown, in order
@@ -34,6 +33,7 @@ export class GridView {
   private headHeight = kHeadLine;
   private drawAgain = 0;
   private drawnHead = "";
+  private gutter = 0; // for the row numbers
   private stamp = 0; // grows when every cell must be looked at again
   selection: Selection | null = null;
   onSelect: () => void = () => {};
@@ -51,7 +51,8 @@ export class GridView {
 
   show(content: GridContent): void {
     this.content = content;
-    this.edges = columnEdges(content.columns.map((column) => column.width)).map((edge) => edge + kGutter);
+    this.gutter = Math.max(44, 18 + 8 * String(content.rows).length);
+    this.edges = columnEdges(content.columns.map((column) => column.width)).map((edge) => edge + this.gutter);
     const twoLines = content.columns.some((column) => !column.heading.oneLine);
     this.headHeight = twoLines ? 2 * kHeadLine : kHeadLine;
     this.host.setAttribute("aria-rowcount", String(content.rows + (twoLines ? 2 : 1)));
@@ -207,7 +208,7 @@ export class GridView {
     const number = next();
     number.className = "grid-number";
     number.setAttribute("role", "rowheader");
-    number.style.cssText = `left:0;width:${kGutter}px`;
+    number.style.cssText = `left:0;width:${this.gutter}px`;
     number.textContent = String(row + 1);
     delete number.dataset["at"];
     delete number.dataset["field"];

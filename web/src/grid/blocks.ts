@@ -16,9 +16,9 @@ export interface RowSource {
   read(first: number, count: number, columns: number[]): Promise<RowBlock>;
 }
 
-export const kBlockRows = 250;
-const kBlockColumns = 40;
-const kMostBlocks = 600;
+export const kBlockRows = 200;
+const kBlockColumns = 20;
+const kMostBlocks = 1200;
 const kMostAtOnce = 4;
 
 export class Blocks {

@@ -1,6 +1,7 @@
 // The heading cells of the columns in the window: one line over a single column, or a group over the second
 // lines of its columns.
 import type { GridColumn } from "./columns";
+import { t } from "../texts";
 import { headingSpans } from "./headings";
 
 export const kHeadLine = 28;
@@ -41,7 +42,7 @@ export function drawHeadings(into: HTMLElement, drawing: HeadingDrawing): void {
   upper.setAttribute("role", "row");
   lower.setAttribute("role", "row");
   const leftOf = (at: number) => edges[at]! - (at < frozen ? 0 : scrollLeft);
-  const corner = headCell({ left: 0, top: 0, width: edges[0]!, height }, "序号", true);
+  const corner = headCell({ left: 0, top: 0, width: edges[0]!, height }, t.rowNumber, true);
   corner.classList.add("corner");
   upper.append(corner);
 
