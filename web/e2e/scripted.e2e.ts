@@ -129,13 +129,18 @@ describe("what happens to a session", () => {
     await browser.page.keyboard.press("Enter");
     await expect.poll(() => session.said.at(-1)).toMatchObject({ type: "answer", message: 5, answer: "no" });
   });
-  it("a progress box shows its words and has a way to cancel", async () => {
+  it("a progress box shows its words and offers no button, not even Esc", async () => {
     const session = await open({ rows: 10, columns: 6, frozen: 1 });
     session.tell({ type: "progressShown", progress: 2, text: "正在连接服务器", min: 0, max: 4, value: 1, bar: true });
-    await browser.page.getByText("正在连接服务器").waitFor();
+    const box = browser.page.locator("[data-form=frmProgBar]");
+    await box.getByText("正在连接服务器").waitFor();
     expect(await seriousFindings()).toEqual([]);
-    await browser.page.locator("[data-name=cancelProgress]").click();
-    await expect.poll(() => session.said.at(-1)).toMatchObject({ type: "cancelProgress", progress: 2 });
+    expect(await box.locator("button").count()).toBe(0);
+    await browser.page.keyboard.press("Escape");
+    session.tell({ type: "progressChanged", progress: 2, text: "正在读取", min: 0, max: 4, value: 4, bar: true });
+    await box.getByText("100%").waitFor();
+    session.tell({ type: "progressClosed", progress: 2 });
+    await box.waitFor({ state: "detached" });
   });
   it("an empty report says so", async () => {
     const session = new ScriptedSession({ rows: 0, columns: 6, frozen: 1 });
