@@ -1,5 +1,5 @@
 // The address line follows the report shown, and the back button follows the address line.
-import { onMounted, onUnmounted, watch } from "vue";
+import { nextTick, onMounted, onUnmounted, watch } from "vue";
 import type { ReportReadyMessage } from "../protocol";
 import type { Session } from "../session/Session";
 import { t } from "../texts";
@@ -12,7 +12,7 @@ export function addressOf(ready: ReportReadyMessage): string {
 
 export function useAddress(session: Session) {
   const { state } = session;
-  let following = false; // the page goes where the address says, and does not write it
+  let following = 0; // the page goes where the address says: the full address takes the place of the one given
 
   const present = () => {
     const tab = state.tabs.find((one) => one.report === state.active);
@@ -37,20 +37,22 @@ export function useAddress(session: Session) {
   }
 
   watch(present, (address) => {
-    if (following || state.line !== "ready" || address === `${location.pathname}${location.search}`) return;
-    history.pushState(null, "", address);
+    if (state.line !== "ready" || address === `${location.pathname}${location.search}`) return;
+    if (following > 0) history.replaceState(null, "", address);
+    else history.pushState(null, "", address);
   });
 
   async function follow(): Promise<void> {
     if (state.line !== "ready" || state.windows.length > 0) return;
-    following = true;
+    following += 1;
     try {
       await openPresent();
+      await nextTick();
     } finally {
-      following = false;
+      following -= 1;
     }
   }
   onMounted(() => window.addEventListener("popstate", follow));
   onUnmounted(() => window.removeEventListener("popstate", follow));
-  return { openPresent };
+  return { follow };
 }
