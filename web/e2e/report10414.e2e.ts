@@ -36,6 +36,7 @@ async function openDialog(): Promise<void> {
   await page().locator("[data-report-open='10414']").last().click();
   await dialog().waitFor();
   await named("schemeReset").click();
+  await page().locator("[data-name='txtItem(0)']:focus").waitFor();
 }
 async function openReport(): Promise<void> {
   await openDialog();
@@ -111,6 +112,14 @@ describe("the filter dialog", () => {
     await dialog().waitFor({ state: "detached" });
     expect(await grid().count()).toBe(1);
   });
+  it("looks goods up by the initials of their pinyin", async () => {
+    await openDialog();
+    await named("txtItem(0)").press("F8");
+    await named("txtSearch").pressSequentially("ywh");
+    await page().locator("[data-form=frmLookup] .node").filter({ hasText: "原味" }).first().waitFor();
+    await named("txtSearch").press("Enter");
+    await expect.poll(() => named("txtItem(0)").inputValue()).not.toBe("");
+  });
   it("a lookup is left with Esc, and the field keeps what it had", async () => {
     await openDialog();
     await named("txtItem(2)").fill("02");
@@ -174,6 +183,7 @@ describe("the grid", () => {
     await expect.poll(rowsShown).toBeLessThan(all);
     await named("quickFilter").fill("没有这样的");
     await page().getByText("快速筛选没有留下任何行").waitFor();
+    expect(await page().locator(".error:visible").count()).toBe(0);
     await page().getByRole("button", { name: "清除筛选" }).click();
     await expect.poll(rowsShown).toBe(all);
     await page().keyboard.press("Control+f");

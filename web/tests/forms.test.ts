@@ -47,6 +47,9 @@ describe("a dialog's layout", () => {
     ];
     expect(picture(controls)).toEqual(["[期间]", "dtpB | dtpE", "txtLevel±", "= "]);
   });
+  it("puts both ends of a date range in one row", () => {
+    expect(picture([control("DtpDate(0)", "date", { row: 1 }), control("DtpDate(1)", "date", { row: 2 }), control("DtpOther", "date", { row: 3 })])).toEqual(["DtpDate(0) | DtpDate(1)", "DtpOther", "= "]);
+  });
   it("leaves hidden controls out", () => {
     expect(picture([control("txtA", "text", { visible: false }), control("chkB", "check")])).toEqual(["chkB", "= "]);
   });

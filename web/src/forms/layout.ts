@@ -67,6 +67,11 @@ function isWide(control: Control): boolean {
   return control.kind === "tree" || control.kind === "progress" || control.kind === "label";
 }
 
+// Both ends of a date range stand in one row, like those of a code range.
+function endsRange(control: Control, before: Control | undefined): boolean {
+  return control.kind === "date" && before?.kind === "date" && control.name === before.name && control.index === before.index + 1 && control.index % 2 === 1;
+}
+
 function addToRows(rows: FieldRow[], cell: FieldCell): void {
   const { control } = cell;
   const last = rows[rows.length - 1];
@@ -82,7 +87,7 @@ function addToRows(rows: FieldRow[], cell: FieldCell): void {
     else rows.push({ kind: "wide", cells: [cell] });
     return;
   }
-  const joins = last?.kind === "fields" && control.column > 0 && lastCell?.row === control.row && last.cells.length < 2;
+  const joins = last?.kind === "fields" && last.cells.length < 2 && ((control.column > 0 && lastCell?.row === control.row) || endsRange(control, lastCell));
   if (joins) last.cells.push(cell);
   else rows.push({ kind: "fields", cells: [cell] });
 }

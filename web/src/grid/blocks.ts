@@ -44,6 +44,7 @@ export class Blocks {
 
   // Wishes for the rows and columns given; what is held already is only marked as used.
   want(rows: Iterable<number>, columns: readonly number[]): void {
+    if (this.ended || this.source.rows === 0) return;
     const chunks = new Set(columns.map((column) => Math.floor(column / kBlockColumns)));
     const blocks = new Set<number>();
     for (const row of rows) blocks.add(Math.floor(row / kBlockRows));

@@ -13,29 +13,27 @@ export interface HeadingActions {
 
 export function selectByPointer(view: GridView, open: (row: number) => void): void {
   const { host } = view;
-  let dragging = false;
   host.addEventListener("pointerdown", (event) => {
     const spot = view.spotAt(event.target);
     if (!spot || event.button !== 0) return;
     const wholeRows = spot.column < 0;
     const head = { row: spot.row, column: Math.max(0, spot.column) };
     const anchor = event.shiftKey && view.selection ? view.selection.anchor : head;
-    dragging = true;
     view.select({ anchor, head, wholeRows }, false);
+    follow((move) => extendTo(view, move), () => {});
   });
-  host.addEventListener("pointermove", (event) => {
-    if (!dragging || !view.selection) return;
-    const spot = view.spotAt(document.elementFromPoint(event.clientX, event.clientY));
-    if (!spot) return;
-    const { anchor, head, wholeRows } = view.selection;
-    const column = wholeRows ? head.column : Math.max(0, spot.column);
-    if (spot.row !== head.row || column !== head.column) view.select({ anchor, head: { row: spot.row, column }, wholeRows });
-  });
-  window.addEventListener("pointerup", () => (dragging = false));
   host.addEventListener("dblclick", (event) => {
     const spot = view.spotAt(event.target);
     if (spot) open(spot.row);
   });
+}
+
+function extendTo(view: GridView, event: PointerEvent): void {
+  const spot = view.spotAt(document.elementFromPoint(event.clientX, event.clientY));
+  if (!spot || !view.selection) return;
+  const { anchor, head, wholeRows } = view.selection;
+  const column = wholeRows ? head.column : Math.max(0, spot.column);
+  if (spot.row !== head.row || column !== head.column) view.select({ anchor, head: { row: spot.row, column }, wholeRows });
 }
 
 export function arrangeByPointer(view: GridView, actions: HeadingActions): void {
