@@ -1,6 +1,7 @@
 #pragma once
 
 #include <stdexcept>
+#include <string>
 
 namespace CLI {
 class App;
@@ -24,5 +25,9 @@ void AddDemoCommand(CLI::App& app, int& status);
 void AddImportCommand(CLI::App& app, int& status);
 void AddCheckCommand(CLI::App& app, int& status);
 void AddUserCommand(CLI::App& app, int& status);
+void AddServeCommand(CLI::App& app, int& status);
+
+// The book that a command works on: the one given, or else the one named by STOCKRPT_BOOK.
+std::string NamedBook(const std::string& given);
 
 }  // namespace cli

@@ -3,8 +3,8 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/Commands.h"
+#include "desk/Host.h"
 #include "platform/object/LoadedComponent.h"
-#include "player/Host.h"
 
 namespace cli {
 
@@ -12,7 +12,7 @@ void AddListCommand(CLI::App& app, int& status) {
   CLI::App* command =
       app.add_subcommand("list", "List the reports: programmatic id, number and name, separated by tabs.");
   command->callback([&status] {
-    const platform::LoadedComponent component(player::DefaultComponentPath().string());
+    const platform::LoadedComponent component(desk::DefaultComponentPath().string());
     for (const platform::ComponentClass& served : component.Classes()) {
       std::cout << served.programmaticId << '\t' << served.number << '\t' << served.title << '\n';
     }

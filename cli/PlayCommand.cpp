@@ -6,16 +6,15 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/Commands.h"
+#include "desk/Host.h"
 #include "player/BookBackend.h"
-#include "player/Host.h"
 #include "player/Player.h"
 
 namespace cli {
 namespace {
 
 int PlayScript(const std::string& script) {
-  const player::PlayOptions options{.component = player::DefaultComponentPath(),
-                                    .openBook = player::OpenBook};
+  const player::PlayOptions options{.component = desk::DefaultComponentPath(), .openBook = player::OpenBook};
   if (script == "-") return player::Play(std::cin, std::cout, std::cerr, options);
   std::ifstream file(script, std::ios::binary);
   if (!file) throw UsageError("cannot read the script " + script + "; name a file, or - for standard input");

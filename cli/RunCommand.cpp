@@ -1,4 +1,3 @@
-#include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -7,10 +6,10 @@
 
 #include "cli/Commands.h"
 #include "cli/Output.h"
+#include "desk/Host.h"
 #include "platform/rows/Dictionary.h"
 #include "platform/value/Convert.h"
 #include "player/BookBackend.h"
-#include "player/Host.h"
 #include "player/ReportRun.h"
 
 namespace cli {
@@ -105,26 +104,18 @@ void Deliver(const ReportOutcome& outcome, const RunOptions& options) {
     throw UsageError("cannot write " + options.out + "; name a file in a folder that you may write to");
 }
 
-std::string BookOf(const RunOptions& options) {
-  if (!options.book.empty()) return options.book;
-  // NOLINTNEXTLINE(concurrency-mt-unsafe): read before anything else runs
-  const char* named = std::getenv("STOCKRPT_BOOK");
-  if (named != nullptr && *named != '\0') return named;
-  throw UsageError("no stock book is given; use --book FILE, or make one with `stockrpt demo FILE`");
-}
-
-std::unique_ptr<player::DataBackend> OpenBook(const RunOptions& options) {
+std::unique_ptr<desk::DataBackend> OpenBook(const RunOptions& options) {
   try {
-    return player::OpenBook(BookOf(options), [userId = options.userId] { return userId; });
+    return player::OpenBook(NamedBook(options.book), [userId = options.userId] { return userId; });
   } catch (const platform::Error& error) {
     throw UsageError(error.Description());
   }
 }
 
 int Run(const RunOptions& options) {
-  player::FilterSettings settings;
+  desk::FilterSettings settings;
   for (const std::string& key : options.keys) settings.push_back(SplitKey(key));
-  player::ReportRun run({.component = player::DefaultComponentPath(),
+  player::ReportRun run({.component = desk::DefaultComponentPath(),
                          .book = OpenBook(options),
                          .appType = options.appType,
                          .industryType = options.industryType});

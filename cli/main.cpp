@@ -11,8 +11,10 @@
 #include "platform/value/Error.h"
 
 int main(int argc, char** argv) {
-  CLI::App app("Inventory reports of a stock book: list them, run them, play scripts against them.",
-               "stockrpt");
+  CLI::App app(
+      "Inventory reports of a stock book: list them, run them, serve them as a web page, play scripts "
+      "against them.",
+      "stockrpt");
   app.set_version_flag("--version", "stockrpt " STOCKRPT_VERSION);
   app.require_subcommand(1);
   app.failure_message(CLI::FailureMessage::simple);
@@ -26,6 +28,7 @@ int main(int argc, char** argv) {
   cli::AddImportCommand(app, status);
   cli::AddCheckCommand(app, status);
   cli::AddUserCommand(app, status);
+  cli::AddServeCommand(app, status);
 
   try {
     app.parse(argc, argv);

@@ -3,7 +3,7 @@ find_package(Python3 REQUIRED COMPONENTS Interpreter)
 
 # Every header must compile alone: a source that includes nothing else, twice.
 set(headerSources)
-foreach(room platform component books desk player cli)
+foreach(room platform component books desk player browser cli)
   file(GLOB_RECURSE headers CONFIGURE_DEPENDS RELATIVE "${CMAKE_SOURCE_DIR}" "${CMAKE_SOURCE_DIR}/${room}/*.h")
   foreach(header ${headers})
     set(source "${CMAKE_BINARY_DIR}/header_checks/${header}.cpp")

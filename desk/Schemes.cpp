@@ -43,6 +43,13 @@ void MemorySchemes::Save(std::string_view dialog, std::string_view name, const S
   schemes.push_back({.name = std::string(name), .values = values});
 }
 
+bool MemorySchemes::Delete(std::string_view dialog, std::string_view name) {
+  const auto found = schemes_.find(platform::ToLowerAscii(dialog));
+  if (found == schemes_.end()) return false;
+  return std::erase_if(found->second,
+                       [&](const Scheme& scheme) { return EqualsIgnoreCase(scheme.name, name); }) > 0;
+}
+
 Variant ValueOf(const SchemeValues& values, std::string_view key) {
   const auto found =
       std::ranges::find_if(values, [&](const auto& entry) { return EqualsIgnoreCase(entry.first, key); });

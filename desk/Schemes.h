@@ -30,6 +30,8 @@ class SchemeStore {
   virtual std::optional<SchemeValues> Load(std::string_view dialog, std::string_view name) const = 0;
   // Replaces a scheme of the same name.
   virtual void Save(std::string_view dialog, std::string_view name, const SchemeValues& values) = 0;
+  // True when there was one.
+  virtual bool Delete(std::string_view dialog, std::string_view name) = 0;
 };
 
 // Schemes that live as long as this object. What it has not got it looks for in the store behind it, which
@@ -39,6 +41,8 @@ class MemorySchemes final : public SchemeStore {
   std::vector<std::string> Names(std::string_view dialog) const override;
   std::optional<SchemeValues> Load(std::string_view dialog, std::string_view name) const override;
   void Save(std::string_view dialog, std::string_view name, const SchemeValues& values) override;
+  // Not what stands behind.
+  bool Delete(std::string_view dialog, std::string_view name) override;
 
   // Borrowed; null for none.
   void StandBefore(const SchemeStore* behind) { behind_ = behind; }

@@ -29,13 +29,16 @@ class BookSchemes final : public desk::SchemeStore {
   void Save(std::string_view dialog, std::string_view name, const desk::SchemeValues& values) override {
     book_.SaveScheme(userId_(), dialog, name, values);
   }
+  bool Delete(std::string_view dialog, std::string_view name) override {
+    return book_.DeleteScheme(userId_(), dialog, name);
+  }
 
  private:
   books::Book book_;
   UserIdReader userId_;
 };
 
-class BookBackend final : public DataBackend {
+class BookBackend final : public desk::DataBackend {
  public:
   BookBackend(books::Book book, const UserIdReader& userId)
       : book_(std::move(book)), userId_(userId), schemes_(book_, userId) {}
@@ -110,7 +113,7 @@ std::vector<desk::BaseDataRow> BookBackend::BaseData(const desk::BaseDataQuery& 
 
 }  // namespace
 
-std::unique_ptr<DataBackend> OpenBook(const std::string& file, const UserIdReader& userId) {
+std::unique_ptr<desk::DataBackend> OpenBook(const std::string& file, const UserIdReader& userId) {
   return std::make_unique<BookBackend>(books::Book::Open(file), userId);
 }
 

@@ -8,11 +8,11 @@
 #include <utility>
 #include <vector>
 
+#include "desk/Host.h"
 #include "platform/object/ClassRegistry.h"
 #include "platform/rows/Dictionary.h"
 #include "platform/rows/ProcessStore.h"
 #include "platform/value/Clock.h"
-#include "player/Host.h"
 #include "player/NameTable.h"
 #include "player/PlayScreen.h"
 #include "player/PlayWitness.h"
@@ -232,7 +232,7 @@ class Player {
   PlayWitness witness_;
   ScriptDesk desk_;
   PlayScreen screen_;
-  Host host_;
+  desk::Host host_;
   ScriptedClasses scripted_;
 };
 

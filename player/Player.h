@@ -4,13 +4,13 @@
 #include <istream>
 #include <ostream>
 
-#include "player/DataBackend.h"
+#include "desk/DataBackend.h"
 
 namespace player {
 
 struct PlayOptions {
   std::filesystem::path component;  // the component's library; empty to play without one
-  BookOpener openBook;              // empty: a `book` step raises
+  desk::BookOpener openBook;        // empty: a `book` step raises
 };
 
 // Plays a script from `in` and writes what happens to `out`, a JSON object a line. Returns the exit status:

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "desk/FilterFiller.h"
+#include "desk/Host.h"
 #include "platform/object/ClassRegistry.h"
 #include "platform/rows/ProcessStore.h"
 #include "platform/value/Convert.h"
-#include "player/FilterFiller.h"
-#include "player/Host.h"
 
 namespace player {
 
@@ -29,14 +29,14 @@ class ReportRun::State {
     if (options.industryType) platform::ProcessStore()->Set("IndustryType", *options.industryType);
   }
 
-  const Host& GetHost() const { return host_; }
-  FilterFiller& Screen() { return screen_; }
+  const desk::Host& GetHost() const { return host_; }
+  desk::FilterFiller& Screen() { return screen_; }
 
  private:
-  std::unique_ptr<DataBackend> book_;
+  std::unique_ptr<desk::DataBackend> book_;
   desk::Witness witness_;
-  FilterFiller screen_;
-  Host host_;
+  desk::FilterFiller screen_;
+  desk::Host host_;
 };
 
 namespace {
@@ -62,7 +62,7 @@ bool IsReserved(std::string_view key) {
 }
 
 // Puts what no field of the dialog took into the filter, where the filter has such a key.
-void PutLeft(Object& report, const FilterFiller& screen) {
+void PutLeft(Object& report, const desk::FilterFiller& screen) {
   const Ref<Dictionary> filter = report.Get("Filter").AsRef<Dictionary>();
   for (const auto& [key, value] : screen.Left()) {
     if (filter && filter->Exists(key) && !IsReserved(key)) {
@@ -97,9 +97,9 @@ ReportRun::~ReportRun() = default;
 
 std::vector<ComponentClass> ReportRun::Reports() const { return state_->GetHost().Classes(); }
 
-ReportOutcome ReportRun::Run(const std::string& report, const FilterSettings& filter) {
+ReportOutcome ReportRun::Run(const std::string& report, const desk::FilterSettings& filter) {
   const Ref<Object> object = platform::CreateObject(FindReport(Reports(), report));
-  FilterFiller& screen = state_->Screen();
+  desk::FilterFiller& screen = state_->Screen();
   screen.Fill(filter);
   object->Call("ShowFilter");
   // The report drops what goes wrong while its dialog is up, so the screen keeps it.

@@ -8,16 +8,14 @@
 #include <utility>
 #include <vector>
 
+#include "desk/DataBackend.h"
+#include "desk/FilterFiller.h"
 #include "platform/object/ComponentServer.h"
 #include "platform/rows/Dictionary.h"
 #include "platform/rows/Vector.h"
-#include "player/DataBackend.h"
 #include "player/Json.h"
 
 namespace player {
-
-// Filter keys and their values as a user writes them, by the key of a dialog's field: ("BItemNumber", "01").
-using FilterSettings = std::vector<std::pair<std::string, std::string>>;
 
 // What a report hands back. When `ok` is false, `error` is the text for the user and the rest is as the
 // report left it.
@@ -40,7 +38,7 @@ class ReportRun {
  public:
   struct Options {
     std::filesystem::path component;  // the component's library
-    std::unique_ptr<DataBackend> book;
+    std::unique_ptr<desk::DataBackend> book;
     std::optional<std::int32_t> appType;  // process values; left out, the component goes by its defaults
     std::optional<std::int32_t> industryType;
   };
@@ -58,7 +56,7 @@ class ReportRun {
   // of the report's dialog stand at their defaults but for those in `filter`. A key of the filter without a
   // field ("OrderBy") takes its value as it stands. Raises kBadArgument for a report, key or value that
   // cannot be used, and says what can; a report that fails tells it in the outcome.
-  ReportOutcome Run(const std::string& report, const FilterSettings& filter);
+  ReportOutcome Run(const std::string& report, const desk::FilterSettings& filter);
 
  private:
   class State;

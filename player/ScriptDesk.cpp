@@ -28,7 +28,7 @@ void ScriptDesk::AddScheme(const Json& step) {
   schemes_.Save(step["dialog"].get<std::string>(), step["scheme"].get<std::string>(), values);
 }
 
-void ScriptDesk::SetBook(std::unique_ptr<DataBackend> book) {
+void ScriptDesk::SetBook(std::unique_ptr<desk::DataBackend> book) {
   schemes_.StandBefore(nullptr);
   book_ = std::move(book);
   if (book_) schemes_.StandBefore(&book_->Schemes());

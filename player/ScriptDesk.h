@@ -8,8 +8,8 @@
 #include <string_view>
 
 #include "desk/Backend.h"
+#include "desk/DataBackend.h"
 #include "platform/rows/Dictionary.h"
-#include "player/DataBackend.h"
 #include "player/Json.h"
 
 namespace player {
@@ -31,9 +31,9 @@ class ScriptDesk final : public desk::Backend {
   void SetSqlAnswers(const Json& answers) { sqlAnswers_ = answers; }
   void QueuePick(const Json& pick) { picks_.push_back(pick); }
   void AddScheme(const Json& step);
-  void SetBook(std::unique_ptr<DataBackend> book);
+  void SetBook(std::unique_ptr<desk::DataBackend> book);
 
-  DataBackend* Book() const { return book_.get(); }
+  desk::DataBackend* Book() const { return book_.get(); }
   // From the session, 0 when it names no user.
   std::int32_t UserID() const;
   // The next pick; nothing when none is queued, or a cancel is.
@@ -69,7 +69,7 @@ class ScriptDesk final : public desk::Backend {
   Json sqlAnswers_ = Json::array();
   std::deque<Json> picks_;
   desk::MemorySchemes schemes_;
-  std::unique_ptr<DataBackend> book_;
+  std::unique_ptr<desk::DataBackend> book_;
 };
 
 }  // namespace player

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "desk/Schemes.h"
 #include "desk/services/Service.h"
@@ -23,6 +24,8 @@ class FilterControl : public Service {
 
   // Whether the control has buttons of its own. The others are confirmed through their dialog.
   virtual bool HasButtons() const = 0;
+  // True the first time: a dialog that is kept between its showings keeps its fields, too.
+  bool TakeFirstShowing() { return std::exchange(firstShowing_, false); }
   // The user asks for the fields' defaults.
   void Reset() { events_.RaiseWith("ResetFields"); }
   // Stores what stands in the fields as a scheme of the dialog.
@@ -51,6 +54,7 @@ class FilterControl : public Service {
 
   platform::EventSource events_;
   std::optional<Forced> forced_;
+  bool firstShowing_ = true;
 };
 
 // The filter control of a form; null when the form has none, or one that the desk did not make.

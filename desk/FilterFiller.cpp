@@ -1,6 +1,6 @@
 // A field is known by its key, which a dialog keeps in the control's tag. What a dialog writes beside its
 // fields, the sort clause and the like, it writes as always.
-#include "player/FilterFiller.h"
+#include "desk/FilterFiller.h"
 
 #include <array>
 #include <utility>
@@ -10,7 +10,7 @@
 #include "platform/form/UserInput.h"
 #include "platform/value/Convert.h"
 
-namespace player {
+namespace desk {
 namespace {
 
 using platform::Control;
@@ -21,7 +21,7 @@ using platform::ErrorNumber;
 using platform::Form;
 using platform::Variant;
 
-[[noreturn]] void Refuse(const std::string& text) { throw Error(ErrorNumber::kBadArgument, "player", text); }
+[[noreturn]] void Refuse(const std::string& text) { throw Error(ErrorNumber::kBadArgument, "desk", text); }
 
 Control* FieldOf(const Form& form, const std::string& key) {
   for (const auto& control : form.Controls()) {
@@ -85,7 +85,7 @@ void FilterFiller::FillIn(Form& form) {
 }
 
 void FilterFiller::Confirm(Form& form) {
-  if (auto* control = dynamic_cast<desk::ReportFilter*>(desk::FilterControlOf(form))) {
+  if (auto* control = dynamic_cast<ReportFilter*>(FilterControlOf(form))) {
     control->Confirm(false);
   } else {
     platform::UserInput(form).Click("cmdOK");
@@ -93,10 +93,10 @@ void FilterFiller::Confirm(Form& form) {
 }
 
 void FilterFiller::ShowModal(Form& form) {
-  if (form.Role() == platform::FormRole::kProgress) return desk::RunProgressBox(form);
+  if (form.Role() == platform::FormRole::kProgress) return RunProgressBox(form);
   try {
     form.Activate();
-    if (desk::FilterControl* control = desk::FilterControlOf(form)) control->Reset();
+    if (FilterControl* control = FilterControlOf(form)) control->Reset();
     FillIn(form);
     Confirm(form);
     if (form.IsVisible()) Refuse(lastMessage_.empty() ? "the conditions were refused" : lastMessage_);
@@ -111,4 +111,4 @@ platform::Answer FilterFiller::Ask(const platform::MessageBox& box) {
   return box.standard;
 }
 
-}  // namespace player
+}  // namespace desk

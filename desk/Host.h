@@ -9,7 +9,7 @@
 #include "platform/form/Screen.h"
 #include "platform/object/LoadedComponent.h"
 
-namespace player {
+namespace desk {
 
 // Where the component's library is looked for: beside the executable.
 std::filesystem::path DefaultComponentPath();
@@ -21,8 +21,7 @@ class Host {
  public:
   // The backend, witness and screen are borrowed. An empty path loads no component. Raises kCannotCreate
   // for a library that cannot be loaded.
-  Host(desk::Backend& backend, desk::Witness& witness, platform::Screen& screen,
-       const std::filesystem::path& component);
+  Host(Backend& backend, Witness& witness, platform::Screen& screen, const std::filesystem::path& component);
   Host(const Host&) = delete;
   Host& operator=(const Host&) = delete;
   Host(Host&&) = delete;
@@ -34,17 +33,17 @@ class Host {
   void SetFirst(Resolver first) { first_ = std::move(first); }
   void SetDataComponents(Resolver data) { data_ = std::move(data); }
 
-  const std::shared_ptr<desk::Desk>& GetDesk() const { return desk_; }
+  const std::shared_ptr<Desk>& GetDesk() const { return desk_; }
   // The component's classes in its own order; none without a component.
   std::vector<platform::ComponentClass> Classes() const;
 
  private:
   platform::Ref<platform::Object> Resolve(std::string_view programmaticId) const;
 
-  std::shared_ptr<desk::Desk> desk_;
+  std::shared_ptr<Desk> desk_;
   Resolver first_;
   Resolver data_;
   std::unique_ptr<platform::LoadedComponent> component_;
 };
 
-}  // namespace player
+}  // namespace desk

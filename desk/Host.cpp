@@ -1,10 +1,10 @@
-#include "player/Host.h"
+#include "desk/Host.h"
 
 #include <exception>
 
 #include "platform/rows/ProcessStore.h"
 
-namespace player {
+namespace desk {
 
 using platform::ClassRegistry;
 using platform::Object;
@@ -27,9 +27,9 @@ std::filesystem::path DefaultComponentPath() {
   return (error ? std::filesystem::current_path() : executable.parent_path()) / "TOVStockRpt.so";
 }
 
-Host::Host(desk::Backend& backend, desk::Witness& witness, platform::Screen& screen,
+Host::Host(Backend& backend, Witness& witness, platform::Screen& screen,
            const std::filesystem::path& component)
-    : desk_(desk::Desk::Open(backend, witness)) {
+    : desk_(Desk::Open(backend, witness)) {
   if (!component.empty()) component_ = std::make_unique<platform::LoadedComponent>(component.string());
   ClassRegistry::Process().SetOverride([this](std::string_view id) { return Resolve(id); });
   platform::SetProcessStore(platform::MakeRef<platform::Dictionary>());
@@ -58,4 +58,4 @@ Ref<Object> Host::Resolve(std::string_view programmaticId) const {
   return data_ ? data_(programmaticId) : Ref<Object>();
 }
 
-}  // namespace player
+}  // namespace desk

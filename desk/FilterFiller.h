@@ -2,11 +2,15 @@
 
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/form/Screen.h"
-#include "player/ReportRun.h"
 
-namespace player {
+namespace desk {
+
+// Filter keys and their values as a user writes them, by the key of a dialog's field: ("BItemNumber", "01").
+using FilterSettings = std::vector<std::pair<std::string, std::string>>;
 
 // The screen of a run without a user: in a filter dialog it sets the fields that are given, leaves the others
 // at their defaults, and confirms. Message boxes take their default button.
@@ -37,4 +41,4 @@ class FilterFiller final : public platform::Screen {
   std::string lastMessage_;
 };
 
-}  // namespace player
+}  // namespace desk

@@ -7,10 +7,10 @@
 
 #include "desk/Backend.h"
 
-namespace player {
+namespace desk {
 
 // A backend that also serves data components, as a stock book does.
-class DataBackend : public desk::Backend {
+class DataBackend : public Backend {
  public:
   // Null for a class that it does not serve.
   virtual platform::Ref<platform::Object> CreateComponent(std::string_view programmaticId) = 0;
@@ -20,4 +20,4 @@ class DataBackend : public desk::Backend {
 using BookOpener = std::function<std::unique_ptr<DataBackend>(const std::string& file,
                                                               std::function<std::int32_t()> userId)>;
 
-}  // namespace player
+}  // namespace desk

@@ -1,0 +1,292 @@
+// A report goes the contract's road: create, filter (dialog or address line), fetch inside the progress box,
+// and then Title, Header, rs and Property are read and told.
+#include "browser/worker/Reports.h"
+
+#include <algorithm>
+#include <array>
+
+#include "browser/worker/FormText.h"
+#include "browser/worker/RowText.h"
+#include "platform/object/ClassRegistry.h"
+#include "platform/rows/Vector.h"
+#include "platform/value/Convert.h"
+
+namespace browser {
+
+using platform::Dictionary;
+using platform::Object;
+using platform::Recordset;
+using platform::Ref;
+using platform::Variant;
+using platform::Vector;
+
+namespace {
+
+// A page that keeps more open forgets to close them.
+constexpr std::size_t kMostReports = 50;
+
+struct Outcome {
+  bool ok = false;
+  std::string error;
+};
+
+Outcome OutcomeOf(Object& object) {
+  const Ref<Dictionary> result = object.Get("Result").AsRef<Dictionary>();
+  if (!result) return {};
+  return {.ok = platform::ToBoolean(result->Value("OK")), .error = platform::ToText(result->Value("Error"))};
+}
+
+Json TitleLines(Object& object) {
+  Json lines = Json::array();
+  const Ref<Vector> title = object.Get("Title").AsRef<Vector>();
+  if (!title) return lines;
+  for (const Variant& item : title->Items()) {
+    const Ref<Dictionary> line = item.AsRef<Dictionary>();
+    if (!line) continue;
+    lines.push_back({{"caption", platform::ToText(line->Value("FCaption"))},
+                     {"index", platform::ToInt32(line->Value("FIndex"))}});
+  }
+  return lines;
+}
+
+Json Columns(Object& object, const Recordset& rows) {
+  Json columns = Json::array();
+  const Ref<Vector> header = object.Get("Header").AsRef<Vector>();
+  if (!header) return columns;
+  for (const Variant& item : header->Items()) {
+    const Ref<Dictionary> column = item.AsRef<Dictionary>();
+    if (!column) continue;
+    const std::string field = platform::ToText(column->Value("FColName"));
+    const std::optional<std::size_t> found = rows.FindField(field);
+    Json json = Json::object();
+    json["caption"] = platform::ToText(column->Value("FColCaption"));
+    json["second"] = platform::ToText(column->Value("FHeadSecond"));
+    json["type"] = platform::ToText(column->Value("FColType"));
+    json["field"] = field;
+    json["visible"] = platform::ToBoolean(column->Value("FVisible"));
+    json["forceHide"] = platform::ToBoolean(column->Value("FForceHide"));
+    json["fieldType"] = found ? std::string(CellType(rows.Fields()[*found].type)) : std::string();
+    columns.push_back(std::move(json));
+  }
+  return columns;
+}
+
+}  // namespace
+
+platform::ComponentClass Reports::ClassOf(std::string_view programmaticId) const {
+  const std::vector<platform::ComponentClass> classes = host_.Classes();
+  const auto found = std::ranges::find_if(classes, [&](const platform::ComponentClass& served) {
+    return platform::EqualsIgnoreCase(served.programmaticId, programmaticId);
+  });
+  // Whatever else the process could make by name is none of a page's business.
+  if (found == classes.end()) {
+    throw RefusedMessage("failed", "没有这个报表：" + std::string(programmaticId));
+  }
+  return *found;
+}
+
+OpenReport& Reports::Named(const Command& command) {
+  const auto found = reports_.find(command.Number("report"));
+  if (found == reports_.end()) throw RefusedMessage("failed", "这个报表已经关闭。", command.id);
+  return found->second;
+}
+
+OpenReport& Reports::WithRows(const Command& command) {
+  OpenReport& report = Named(command);
+  if (!report.view) throw RefusedMessage("failed", "这个报表还没有数据。", command.id);
+  return report;
+}
+
+OpenReport& Reports::Add(const std::string& programmaticId, Ref<Object> object) {
+  OpenReport& report = reports_[++lastId_];
+  report.id = lastId_;
+  report.programmaticId = programmaticId;
+  report.object = std::move(object);
+  return report;
+}
+
+void Reports::Open(const Command& command) {
+  if (reports_.size() >= kMostReports) {
+    throw RefusedMessage("failed", "打开的报表太多，请先关闭一些。", command.id);
+  }
+  const std::string programmaticId(ClassOf(command.Text("programmaticId")).programmaticId);
+  OpenReport& report = Add(programmaticId, platform::CreateObject(programmaticId));
+  try {
+    if (command.Has("noFilter") && command.body["noFilter"].get<bool>()) report.object->Put("NoFilter", true);
+    if (command.Has("filter")) {
+      desk::FilterSettings settings;
+      for (const auto& [key, value] : command.body["filter"].items()) {
+        settings.emplace_back(key, value.get<std::string>());
+      }
+      screen_.FillNext(std::move(settings));
+    }
+    if (RunDialog(report)) Fetch(report, "GetReportData");
+  } catch (...) {
+    reports_.erase(report.id);
+    throw;
+  }
+}
+
+void Reports::ShowFilter(const Command& command) {
+  OpenReport& report = Named(command);
+  if (RunDialog(report)) Fetch(report, "GetReportData");
+}
+
+void Reports::Refresh(const Command& command) { Fetch(Named(command), "Refresh"); }
+
+void Reports::Close(const Command& command) {
+  const std::int32_t id = Named(command).id;
+  reports_.erase(id);
+  Json message = Message("reportClosed");
+  message["report"] = id;
+  wire_.Send(FrameKind::kMessage, ToText(message));
+}
+
+bool Reports::RunDialog(OpenReport& report) {
+  screen_.SetReport(report.id);
+  const bool filled = screen_.IsFilling();
+  report.object->Call("ShowFilter");
+  const std::optional<LeftDialog> left = screen_.TakeLeft();
+  std::optional<std::string> failure = screen_.TakeDialogError();
+  if (filled && screen_.Filler().Failure()) failure = screen_.Filler().Failure()->Description();
+  if (filled && !failure && !screen_.Filler().Left().empty()) {
+    failure = "没有这个过滤条件：" + screen_.Filler().Left().front().first;
+  }
+  const Outcome outcome = OutcomeOf(*report.object);
+  if (failure || !outcome.ok) {
+    const std::string text = failure ? *failure : outcome.error;
+    if (report.view) {
+      TellFailure(report, text, !failure);
+    } else {
+      Drop(report, text, !failure);
+    }
+    return false;
+  }
+  if (left) {
+    report.fields = left->fields;
+    // A book on a read-only disk still shows its reports.
+    platform::SkipErrors([&] { schemes_.Save(left->dialog, kLastScheme, left->scheme); });
+  }
+  return true;
+}
+
+void Reports::Fetch(OpenReport& report, const char* operation) {
+  screen_.TakeCancelled();
+  report.object->Call(operation);
+  Publish(report);
+}
+
+void Reports::Publish(OpenReport& report, std::int32_t position) {
+  const Outcome outcome = OutcomeOf(*report.object);
+  if (!outcome.ok) {
+    const bool stopped = screen_.TakeCancelled();
+    return TellFailure(report,
+                       stopped                 ? "查询已取消。"
+                       : outcome.error.empty() ? "报表没有给出失败的原因。"
+                                               : outcome.error,
+                       false);
+  }
+  const Ref<Recordset> rows = RowsOf(report.object->Get("rs"));
+  if (!rows) return TellFailure(report, "报表没有返回数据。", false);
+  report.view.emplace(rows);
+  report.told = Describe(report, position);
+  wire_.Send(FrameKind::kMessage, ToText(report.told));
+}
+
+Json Reports::Describe(const OpenReport& report, std::int32_t position) const {
+  Object& object = *report.object;
+  const platform::ComponentClass served = ClassOf(report.programmaticId);
+  Json property = Json::object();
+  const Ref<Dictionary> facts = object.Get("Property").AsRef<Dictionary>();
+  if (facts) {
+    for (const Dictionary::Entry& entry : facts->Entries()) property[entry.key] = CellOf(entry.value);
+  }
+  Json filter = Json::object();
+  for (const auto& [key, text] : report.fields) filter[key] = text;
+
+  Json message = Message("reportReady");
+  message["report"] = report.id;
+  message["parent"] = report.parent;
+  message["programmaticId"] = report.programmaticId;
+  message["number"] = std::string(served.number);
+  message["name"] =
+      facts && facts->Exists("Name") ? platform::ToText(facts->Value("Name")) : std::string(served.title);
+  message["title"] = TitleLines(object);
+  message["columns"] = Columns(object, report.view->Rows());
+  message["filter"] = std::move(filter);
+  message["rowCount"] = report.view->Count();
+  message["detail"] = facts && facts->Exists("DetailRptID");
+  message["ledger"] = nullptr;
+  if (facts && facts->Exists("EnableMutilPageData")) {
+    message["ledger"] = {{"position", position},
+                         {"pages", platform::ToBoolean(facts->Value("EnableMutilPageData"))}};
+  }
+  message["property"] = std::move(property);
+  return message;
+}
+
+void Reports::TellFailure(const OpenReport& report, const std::string& error, bool cancelled) {
+  Json message = Message("reportFailed");
+  message["report"] = report.id;
+  message["programmaticId"] = report.programmaticId;
+  message["error"] = error;
+  message["cancelled"] = cancelled;
+  message["opened"] = reports_.contains(report.id);
+  wire_.Send(FrameKind::kMessage, ToText(message));
+}
+
+void Reports::Drop(OpenReport& report, const std::string& error, bool cancelled) {
+  const auto node = reports_.extract(report.id);
+  TellFailure(node.mapped(), error, cancelled);
+}
+
+void Reports::OpenDetail(const Command& command) {
+  OpenReport& report = WithRows(command);
+  const std::int32_t row = command.Number("row");
+  if (row < 0 || static_cast<std::size_t>(row) >= report.view->Count()) {
+    throw RefusedMessage("failed", "没有这一行。", command.id);
+  }
+  const Ref<Dictionary> facts = report.object->Get("Property").AsRef<Dictionary>();
+  if (!facts || !facts->Exists("DetailRptID")) {
+    throw RefusedMessage("failed", "这个报表没有明细。", command.id);
+  }
+  const auto place = static_cast<std::int32_t>(report.view->RowAt(static_cast<std::size_t>(row)));
+  const Ref<Object> detail = report.object->Call("GetDetailReport", place).AsRef<Object>();
+  if (!detail) return;
+  const std::string programmaticId = "TOVStockRpt.Rpt" + platform::ToText(facts->Value("DetailRptID"));
+  OpenReport& opened = Add(programmaticId, detail);
+  opened.parent = report.id;
+  Publish(opened);
+}
+
+void Reports::MoveItem(const Command& command) {
+  struct Move {
+    std::string_view to;
+    const char* operation;
+  };
+  static constexpr std::array kMoves = {Move{"first", "FirstItem"}, Move{"previous", "PreviousItem"},
+                                        Move{"next", "NextItem"}, Move{"last", "LastItem"}};
+  OpenReport& report = WithRows(command);
+  const auto* const move = std::ranges::find(kMoves, command.Text("to"), &Move::to);
+  const Variant position = report.object->Call(move->operation);
+  Publish(report, platform::IsNumeric(position) ? platform::ToInt32(position) : 0);
+}
+
+void Reports::FindItem(const Command& command) {
+  OpenReport& report = WithRows(command);
+  report.object->Call("FindItem", command.Text("number"));
+  const Outcome outcome = OutcomeOf(*report.object);
+  if (!outcome.error.empty()) throw RefusedMessage("failed", outcome.error, command.id);
+  Publish(report);
+}
+
+void Reports::TellAll() const {
+  for (const auto& [id, report] : reports_) {
+    if (!report.view) continue;
+    Json told = report.told;
+    told["rowCount"] = report.view->Count();
+    wire_.Send(FrameKind::kMessage, ToText(told));
+  }
+}
+
+}  // namespace browser

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "browser/protocol/Command.h"
+#include "browser/wire/Wire.h"
+#include "browser/worker/PageScreen.h"
+#include "browser/worker/View.h"
+#include "desk/Host.h"
+
+namespace browser {
+
+// A report object that a page has open, and what it handed back last.
+struct OpenReport {
+  std::int32_t id = 0;
+  std::int32_t parent = 0;  // the report whose detail it is, 0 for none
+  std::string programmaticId;
+  platform::Ref<platform::Object> object;
+  desk::FilterSettings fields;  // of its dialog as it was confirmed
+  std::optional<View> view;     // nothing before the first rows
+  Json told;                    // the reportReady of these rows
+};
+
+// The report objects of a session. What becomes of a report is told to the page; a command that cannot be
+// carried out raises RefusedMessage or platform::Error.
+class Reports {
+ public:
+  // All borrowed.
+  Reports(const desk::Host& host, PageScreen& screen, desk::SchemeStore& schemes, const Wire& wire)
+      : host_(host), screen_(screen), schemes_(schemes), wire_(wire) {}
+
+  // The classes by subsystem, as the protocol's ReportGroup.
+  Json Groups() const;
+  void Open(const Command& command);
+  void ShowFilter(const Command& command);
+  void Refresh(const Command& command);
+  void Close(const Command& command);
+  void OpenDetail(const Command& command);
+  void MoveItem(const Command& command);
+  void FindItem(const Command& command);
+
+  // The report that a command names; one without rows is refused.
+  OpenReport& WithRows(const Command& command);
+  void TellAll() const;
+
+ private:
+  OpenReport& Named(const Command& command);
+  OpenReport& Add(const std::string& programmaticId, platform::Ref<platform::Object> object);
+  platform::ComponentClass ClassOf(std::string_view programmaticId) const;
+  // True when the report has a filter afterwards; otherwise what went wrong is told.
+  bool RunDialog(OpenReport& report);
+  void Fetch(OpenReport& report, const char* operation);
+  // Reads the report's members and tells them.
+  void Publish(OpenReport& report, std::int32_t position = 0);
+  Json Describe(const OpenReport& report, std::int32_t position) const;
+  void TellFailure(const OpenReport& report, const std::string& error, bool cancelled);
+  // The same for a report that never showed anything, which goes.
+  void Drop(OpenReport& report, const std::string& error, bool cancelled);
+
+  const desk::Host& host_;
+  PageScreen& screen_;
+  desk::SchemeStore& schemes_;
+  const Wire& wire_;
+  std::map<std::int32_t, OpenReport> reports_;
+  std::int32_t lastId_ = 0;
+};
+
+}  // namespace browser

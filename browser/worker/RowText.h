@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "platform/rows/Recordset.h"
+
+namespace browser {
+
+// The rows that a report hands back as one recordset with a cursor of its own: a recordset itself, a list
+// that holds one, or a list of dictionaries. Null for anything else.
+platform::Ref<platform::Recordset> RowsOf(const platform::Variant& rows);
+
+// The type of a field in the words of the protocol.
+std::string_view CellType(platform::FieldType type);
+// Appends a cell as JSON, straight from the store: money from its scaled integer as exact text.
+void AppendCell(std::string& out, const platform::Recordset& rows, std::size_t column, std::size_t row);
+void AppendJsonText(std::string& out, std::string_view text);
+// A cell as a user reads it; "" for a null.
+std::string CellText(const platform::Recordset& rows, std::size_t column, std::size_t row);
+
+}  // namespace browser

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "browser/protocol/Command.h"
+#include "browser/wire/Wire.h"
+#include "browser/worker/PageScreen.h"
+#include "browser/worker/Reports.h"
+#include "browser/worker/Windows.h"
+#include "browser/worker/Worker.h"
+#include "desk/DataBackend.h"
+#include "desk/Host.h"
+#include "desk/Witness.h"
+#include "desk/filter/FilterControl.h"
+
+namespace browser {
+
+// One session: the component with its host, what is open in front of the user, and the loop over what the
+// page sends. Everything runs on one thread; a modal form runs the loop again inside itself.
+class Session {
+ public:
+  explicit Session(const WorkerOptions& options);
+
+  void Run();
+
+ private:
+  void ServeUntil(const std::function<bool()>& over);
+  void ServePending();
+  void Handle(const Frame& frame);
+  void HandleText(const std::string& text);
+  // An error that must leave through the form that is up comes out, after the page was told.
+  void Carry(const Command& command);
+  void RequireState(const Command& command) const;
+  // Carries the command out; what comes back is its answer, or nothing for a plain done.
+  std::optional<std::string> Perform(const Command& command);
+  void Attach(const std::string& text);
+  void Tell(const Json& message) const { wire_.Send(FrameKind::kMessage, ToText(message)); }
+
+  // Commands to the topmost form, in FormCommands.cpp.
+  void SetValue(const Command& command);
+  void Click(const Command& command);
+  void PressKey(const Command& command);
+  void Enter(const Command& command);
+  void Leave(const Command& command);
+  void Step(const Command& command);
+  void CloseForm(const Command& command);
+  void FilterAction(const Command& command);
+  void LookUp(const Command& command);
+  void SchemeAction(const Command& command);
+  desk::FilterControl& TopFilter(const Command& command) const;
+  void Answer(const Command& command);
+
+  // Reading, in RowCommands.cpp.
+  std::string FetchRows(const Command& command);
+  std::string SetView(const Command& command);
+  std::string Find(const Command& command);
+  std::string Sum(const Command& command);
+  std::string Explain(const Command& command);
+  Json Rights();
+
+  // Base data and preferences, in DataCommands.cpp.
+  std::string ListReports(const Command& command);
+  std::string QueryLookup(const Command& command);
+  std::string GetPreference(const Command& command);
+  void SetPreference(const Command& command);
+
+  WorkerOptions options_;
+  Wire wire_;
+  std::unique_ptr<desk::DataBackend> book_;
+  std::unique_ptr<desk::DataBackend> unrestricted_;  // opened when it is first asked what all is
+  desk::Witness witness_;
+  Windows windows_;
+  PageScreen screen_;
+  desk::Host host_;
+  Reports reports_;
+  std::deque<Frame> deferred_;  // came while no form could look at it
+  bool busy_ = false;           // an idle command is under way
+};
+
+}  // namespace browser
