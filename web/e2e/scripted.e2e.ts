@@ -2,6 +2,7 @@
 import axe from "axe-core";
 import { afterAll, afterEach, beforeAll, beforeEach, describe, expect, it } from "vitest";
 import { openBrowser, type OpenBrowser } from "./browser";
+import type { Control } from "../src/protocol";
 import { kOrigin, scriptedCell, ScriptedSession, type Script } from "./scripted";
 
 let browser: OpenBrowser;
@@ -141,6 +142,22 @@ describe("what happens to a session", () => {
     await box.getByText("100%").waitFor();
     session.tell({ type: "progressClosed", progress: 2 });
     await box.waitFor({ state: "detached" });
+  });
+  it("a date without a full year is not sent, and not confirmed over", async () => {
+    const session = await open({ rows: 10, columns: 6, frozen: 1 });
+    const date: Control = {
+      control: "DtpDate(0)", name: "DtpDate", index: 0, kind: "date", caption: "", tag: "BDate", value: "2026-11-01", enabled: true, visible: true, tabIndex: 0, takesFocus: true, frame: "", row: 1, column: 0, columns: 1,
+    };
+    const filter = { name: "TOVRptFilter", kind: "ReportFilter" as const, buttons: true, title: "", quick: "", dateFrame: "", itemFrame: "", schemes: [], current: "", standard: "" };
+    session.tell({ type: "formOpened", form: 9, name: "frmFirter10412", caption: "过滤", report: 1, focus: "DtpDate(0)", controls: [date], filter });
+    const field = browser.page.locator("[data-name='DtpDate(0)']");
+    await field.fill("0423");
+    await browser.page.keyboard.press("Alt+o");
+    await browser.page.getByText("日期不对").waitFor();
+    expect(session.said.filter((command) => command.type === "setValue" || command.type === "filterAction")).toEqual([]);
+    await field.fill("20261105");
+    await browser.page.keyboard.press("Alt+o");
+    await expect.poll(() => session.said.filter((command) => command.type === "setValue" || command.type === "filterAction")).toMatchObject([{ control: "DtpDate(0)", value: "2026-11-05" }, { action: "ok" }]);
   });
   it("an empty report says so", async () => {
     const session = new ScriptedSession({ rows: 0, columns: 6, frozen: 1 });
