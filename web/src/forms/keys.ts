@@ -1,0 +1,22 @@
+// Keys in a form: Enter goes to the next field that can take the focus, Alt with a caption's letter presses.
+
+const kFields = "input:not([disabled]):not([type=hidden]), select:not([disabled]), [data-name][tabindex='0'], button.ending:not([disabled])";
+
+export function focusNext(within: HTMLElement, from: HTMLElement): void {
+  const fields = [...within.querySelectorAll<HTMLElement>(kFields)].filter(
+    (field) => field.offsetParent !== null && field.tabIndex >= 0 && !field.closest(".scheme-bar"),
+  );
+  const at = fields.indexOf(from);
+  const next = fields[(at + 1) % fields.length];
+  next?.focus();
+  if (next instanceof HTMLInputElement && next.type === "text") next.select();
+}
+
+// The element inside with that access key.
+export function byAccessKey(within: HTMLElement, key: string): HTMLElement | null {
+  return within.querySelector<HTMLElement>(`[data-access-key="${CSS.escape(key.toLowerCase())}"]:not([disabled])`);
+}
+
+export function withoutQuotes(text: string): string {
+  return text.replaceAll("'", "");
+}

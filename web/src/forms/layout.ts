@@ -1,0 +1,124 @@
+// From the controls of a form to rows on the page: a label before its field, a lookup button behind it, the
+// end of a range beside its beginning, options and check boxes of a row together, frames around what they
+// hold, and the buttons that end the form below.
+import type { Control } from "../protocol";
+
+export interface FieldCell {
+  control: Control;
+  label: Control | null;
+  button: Control | null;
+  spin: Control | null;
+}
+
+export interface FieldRow {
+  kind: "fields" | "choices" | "wide";
+  cells: FieldCell[];
+}
+
+export interface Section {
+  frame: Control | null;
+  rows: FieldRow[];
+}
+
+export interface FormLayout {
+  sections: Section[];
+  ending: Control[];
+}
+
+const kEnding = /^cmd(OK|Cacel|Cancel|Yes|No|Close|Exit)$/i;
+
+interface Companions {
+  labels: Map<string, Control>;
+  buttons: Map<string, Control>;
+  spins: Map<string, Control>;
+  taken: Set<Control>;
+}
+
+function findCompanions(controls: readonly Control[]): Companions {
+  const byName = new Map(controls.map((control) => [control.control.toLowerCase(), control]));
+  const found: Companions = { labels: new Map(), buttons: new Map(), spins: new Map(), taken: new Set() };
+  let before: Control | null = null; // the text box that a spin box behind it steps
+  for (const control of controls) {
+    if (control.kind === "label" || control.kind === "button" || control.kind === "frame") continue;
+    const label = byName.get(`lbl_${control.control}`.toLowerCase());
+    if (label) {
+      found.labels.set(control.control, label);
+      found.taken.add(label);
+    }
+    if (control.kind === "spin" && before) {
+      found.spins.set(before.control, control);
+      found.taken.add(control);
+    }
+    if (control.kind !== "text") continue;
+    before = control;
+    const button = byName.get(control.control.toLowerCase().replace(/^txt/, "cmd"));
+    if (button?.kind !== "button" || kEnding.test(button.control)) continue;
+    found.buttons.set(control.control, button);
+    found.taken.add(button);
+  }
+  return found;
+}
+
+function isChoice(control: Control): boolean {
+  return control.kind === "check" || control.kind === "option";
+}
+
+function isWide(control: Control): boolean {
+  return control.kind === "tree" || control.kind === "progress" || control.kind === "label";
+}
+
+// Both ends of a date range stand in one row, like those of a code range.
+function endsRange(control: Control, before: Control | undefined): boolean {
+  return control.kind === "date" && before?.kind === "date" && control.name === before.name && control.index === before.index + 1 && control.index % 2 === 1;
+}
+
+function addToRows(rows: FieldRow[], cell: FieldCell): void {
+  const { control } = cell;
+  const last = rows[rows.length - 1];
+  const lastCell = last?.cells[last.cells.length - 1]?.control;
+  if (isChoice(control)) {
+    if (last?.kind === "choices" && lastCell?.kind === control.kind) last.cells.push(cell);
+    else rows.push({ kind: "choices", cells: [cell] });
+    return;
+  }
+  if (isWide(control) || control.kind === "button") {
+    const joins = control.kind === "button" && last?.kind === "wide" && lastCell?.kind === "button";
+    if (joins) last.cells.push(cell);
+    else rows.push({ kind: "wide", cells: [cell] });
+    return;
+  }
+  const joins = last?.kind === "fields" && last.cells.length < 2 && ((control.column > 0 && lastCell?.row === control.row) || endsRange(control, lastCell));
+  if (joins) last.cells.push(cell);
+  else rows.push({ kind: "fields", cells: [cell] });
+}
+
+// Controls that are hidden for now keep out of the layout, so that nothing gapes.
+export function layOut(controls: readonly Control[]): FormLayout {
+  const companions = findCompanions(controls);
+  const frames = new Map(controls.filter((c) => c.kind === "frame").map((c) => [c.control, c]));
+  const sections: Section[] = [];
+  const ending: Control[] = [];
+  for (const control of controls) {
+    if (!control.visible || companions.taken.has(control)) continue;
+    if (control.kind === "frame" || control.kind === "embedded") continue;
+    if (control.kind === "button" && kEnding.test(control.control)) {
+      ending.push(control);
+      continue;
+    }
+    if (control.kind === "label" && control.caption.trim() === "") continue;
+    const frame = (control.frame && frames.get(control.frame)) || null;
+    let section = sections.find((s) => s.frame === frame && (frame !== null || s === sections[sections.length - 1]));
+    if (!section) sections.push((section = { frame, rows: [] }));
+    addToRows(section.rows, {
+      control,
+      label: shown(companions.labels.get(control.control)),
+      button: shown(companions.buttons.get(control.control)),
+      spin: shown(companions.spins.get(control.control)),
+    });
+  }
+  return { sections: sections.filter((section) => section.rows.length > 0), ending };
+}
+
+function shown(control: Control | undefined): Control | null {
+  return control?.visible ? control : null;
+}

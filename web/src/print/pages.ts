@@ -1,0 +1,55 @@
+// A report on sheets of paper: rows broken into pages, wide tables broken into groups of columns that each
+// repeat the key columns. Sizes are in millimetres.
+import type { GridColumn } from "../grid/columns";
+
+export interface Paper {
+  width: number;
+  height: number;
+  margin: number;
+}
+
+export const kPapers: Record<string, Paper> = {
+  "A4 纵向": { width: 210, height: 297, margin: 12 },
+  "A4 横向": { width: 297, height: 210, margin: 12 },
+  "A3 横向": { width: 420, height: 297, margin: 12 },
+};
+
+const kMillimetresAPixel = 25.4 / 96;
+const kScale = 0.82; // print is read from nearer than a screen
+
+export function columnMillimetres(column: GridColumn): number {
+  return column.width * kMillimetresAPixel * kScale;
+}
+
+// Positions of columns for each strip of pages. A group under one heading stays together where it fits.
+export function columnStrips(columns: readonly GridColumn[], keys: number, width: number): number[][] {
+  const keyColumns = columns.slice(0, keys).map((_, at) => at);
+  const keyWidth = keyColumns.reduce((sum, at) => sum + columnMillimetres(columns[at]!), 0);
+  const fits = keyWidth < width * 0.6 ? keyColumns : [];
+  const base = fits.length > 0 ? keyWidth : 0;
+  const strips: number[][] = [];
+  let strip: number[] = [];
+  let used = base;
+  for (let at = fits.length; at < columns.length; ) {
+    const group = columns[at]!.heading.group;
+    let end = at + 1;
+    while (group >= 0 && end < columns.length && columns[end]!.heading.group === group) end += 1;
+    const unit = columns.slice(at, end).reduce((sum, column) => sum + columnMillimetres(column), 0);
+    if (unit > width - base) end = at + 1;
+    const need = columns.slice(at, end).reduce((sum, column) => sum + columnMillimetres(column), 0);
+    if (strip.length > 0 && used + need > width) {
+      strips.push([...fits, ...strip]);
+      strip = [];
+      used = base;
+    }
+    for (; at < end; ++at) strip.push(at);
+    used += need;
+  }
+  if (strip.length > 0 || strips.length === 0) strips.push([...fits, ...strip]);
+  return strips;
+}
+
+export function rowsAPage(paper: Paper, titleLines: number, rowHeight = 5.2): number {
+  const taken = 2 * paper.margin + 12 + titleLines * 5 + 12 + 8;
+  return Math.max(5, Math.floor((paper.height - taken) / rowHeight));
+}
