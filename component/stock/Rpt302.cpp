@@ -37,7 +37,6 @@ constexpr ReportFacts kFacts = {
 constexpr double kCostedWarehouse = 500;
 constexpr std::int32_t kWeighingIndustry = 1;
 constexpr std::string_view kWarehouseCountSql = "select count(*) as FStockCount from t_Stock";
-constexpr std::int32_t kWarehouseLimit = 60;
 
 constexpr std::string_view kBandOfFive = "+|+|+|+|";
 constexpr std::string_view kBandOfThree = "+|+|";
@@ -112,9 +111,9 @@ const std::string& EntryOf(const std::vector<std::string>& entries, std::size_t 
   return entries[index];
 }
 
-// The limit limits nothing: nobody looks at the answer, and the report runs with any number of warehouses.
-// The question itself is part of every fetch.
-bool ExceedsWarehouseLimit() {
+// An apparent limit of sixty warehouses that limits nothing: the report runs with any number of them. The
+// count is asked for at every fetch all the same, and one that cannot be read stops the report.
+void AskWarehouseCount() {
   const Ref<Object> information = platform::CreateObject("TOVMClass.ClassInfo");
   const std::string props = GetPropsString();
   Variant sql{std::string(kWarehouseCountSql)};
@@ -124,9 +123,7 @@ bool ExceedsWarehouseLimit() {
     throw platform::Error(platform::ErrorNumber::kObjectNotSet, "TOVMClass.ClassInfo",
                           "the count of warehouses was not answered");
   }
-  const std::int32_t count = rows->AtEnd() ? 0 : platform::ToInt32(rows->Value(std::size_t{0}));
-  if (count >= kWarehouseLimit) return false;
-  return false;
+  if (!rows->AtEnd()) platform::ToInt32(rows->Value(std::size_t{0}));
 }
 
 }  // namespace
@@ -135,11 +132,7 @@ Rpt302::Rpt302() : Exposed(kFacts) {}
 
 Ref<ReportFilterDialog> Rpt302::MakeDialog() { return platform::MakeRef<frmFirter302>(); }
 
-void Rpt302::BeforeRead() {
-  if (ExceedsWarehouseLimit()) {
-    throw platform::Error(platform::ErrorNumber::kUserDefined, ClassName(), "too many warehouses");
-  }
-}
+void Rpt302::BeforeRead() { AskWarehouseCount(); }
 
 Variant Rpt302::CallData(Object& data) {
   const std::string props = GetPropsString();
