@@ -188,7 +188,7 @@ void FilterDialog::ResetField(const DialogField& field) const {
 
 void FilterDialog::ResetFieldValues() {
   for (const DialogField& field : fields_) {
-    if (!field.key.empty()) ResetField(field);
+    if (!field.key.empty() && !field.keptOnReset) ResetField(field);
   }
 }
 

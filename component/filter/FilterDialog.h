@@ -27,6 +27,7 @@ struct DialogField {
   std::int32_t standard = 0;  // of a check, an option or a combo, as the form opens and after a reset
   DateDefault date = DateDefault::kToday;
   DataType dataType = kNoDataType;
+  bool keptOnReset = false;
 };
 
 // An entry of a sort box: what the user reads, and the field that the rows are sorted by.

@@ -77,7 +77,7 @@ void TOVRptFilterDialog::SaveScheme(const std::string& section) {
 void TOVRptFilterDialog::LoadScheme(const std::string& section) {
   LoadFieldValues([&](const DialogField& field) {
     Variant sectionArgument(section);
-    return FilterControl().Call("ReadValue", sectionArgument, field.key);
+    return FromScheme(field, FilterControl().Call("ReadValue", sectionArgument, field.key));
   });
 }
 
@@ -87,6 +87,7 @@ void TOVRptFilterDialog::Confirm() {
   const Variant collected = FilterControl().Get("FilterInfo").AsObject().Call("FilterResult");
   SetResult(platform::detail::FromVariant<Ref<Dictionary>>(collected));
   // A control that delivers nothing leaves no filter to add to; the report tells the user.
+  if (Result() && !AcceptCollected(*Result())) return;
   if (Result()) AddKeys(*Result());
   Hide();
   if (Result() && design_.checksCost) CheckQuickCost(Ref<Object>(this), true);

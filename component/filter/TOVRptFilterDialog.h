@@ -27,12 +27,17 @@ class TOVRptFilterDialog : public FilterDialog {
   virtual void SetUp() {}
   // Refuses, with its own message, by answering false; the dialog then stays open.
   virtual bool Validate() { return true; }
+  // The same once the filter is collected: a refused one stays in Result, the dialog open.
+  virtual bool AcceptCollected(platform::Dictionary& /*filter*/) { return true; }
   // Adds the keys that the scheme does not hold.
   virtual void AddKeys(platform::Dictionary& filter) = 0;
   virtual void ResetFields() { ResetFieldValues(); }
   virtual void OnSchemeActivated();
   // A field as scheme text, and back.
   virtual std::string SchemeText(const DialogField& field) const;
+  virtual platform::Variant FromScheme(const DialogField& /*field*/, const platform::Variant& stored) {
+    return stored;
+  }
 
   void OnFilterEvent(std::string_view event, std::span<platform::Variant> arguments) override;
 

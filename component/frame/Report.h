@@ -82,6 +82,8 @@ class Report : public platform::Object {
   virtual void Fetch();
   virtual void AddReportColumns() = 0;
   virtual platform::Variant CallData(platform::Object& data);
+  // Takes the answer as rs; raises when it is of another kind than the class hands back.
+  void KeepRows(const platform::Variant& rows);
 
   void AccessCheck();
   void BuildHeading();
@@ -96,8 +98,6 @@ class Report : public platform::Object {
   void SetTitle(const platform::Ref<platform::Vector>& title) { title_ = title; }
 
  private:
-  void KeepRows(const platform::Variant& rows);
-
   const ReportFacts& facts_;
   platform::Ref<platform::Dictionary> filter_;
   platform::Ref<platform::Vector> header_;
