@@ -226,5 +226,37 @@ TEST(RecordsetViewTest, TakingRowsBack) {
   EXPECT_EQ(Short(*clone), "(empty of 0)");
 }
 
+// The rows that a slice shows, by the number in their only field.
+std::string Shown(const Recordset& rows) {
+  std::string text;
+  for (std::size_t i = 0; i < rows.ViewCount(); ++i)
+    text += std::to_string(rows.IntegerAt(0, rows.RowAt(i))) + " ";
+  return text;
+}
+
+TEST(RecordsetSlice, ShowsItsRowsAloneWhateverIsFiltered) {
+  const Ref<Recordset> all = MakeRef<Recordset>();
+  all->AppendField("FNumber", FieldType::kInt32);
+  all->Open();
+  for (std::int32_t i = 0; i < 10; ++i) {
+    all->AddNew();
+    all->SetInteger(0, i);
+    all->Update();
+  }
+  const Ref<Recordset> slice = all->Slice(3, 4);
+  EXPECT_EQ(Shown(*slice), "3 4 5 6 ");
+  EXPECT_EQ(slice->RecordCount(), 4);
+  EXPECT_EQ(slice->Filter(), "");
+  slice->SetFilter("FNumber>4");
+  EXPECT_EQ(Shown(*slice), "5 6 ");
+  slice->SetFilter("");
+  EXPECT_EQ(Shown(*slice), "3 4 5 6 ");
+  EXPECT_EQ(Shown(*slice->Clone()), "3 4 5 6 ");
+  EXPECT_EQ(Shown(*slice->Slice(5, 10)), "5 6 ");
+  EXPECT_EQ(Shown(*all->Slice(8, 10)), "8 9 ");
+  EXPECT_TRUE(all->Slice(4, 0)->AtEnd());
+  EXPECT_EQ(Shown(*all->Clone()), Shown(*all));
+}
+
 }  // namespace
 }  // namespace platform
