@@ -1,10 +1,10 @@
 #include <benchmark/benchmark.h>
 
 #include "benches/books/MediumBook.h"
+#include "desk/Host.h"
 #include "platform/rows/Dictionary.h"
 #include "platform/rows/Recordset.h"
 #include "player/BookBackend.h"
-#include "player/Host.h"
 #include "player/ReportRun.h"
 
 // The stock ledger on the bench's own book: what the data component takes for an item's twelve periods, and
@@ -38,7 +38,7 @@ void LedgerPeriodsOfAnItem(benchmark::State& state) {
 BENCHMARK(LedgerPeriodsOfAnItem)->Unit(benchmark::kMicrosecond);
 
 void RunLedger(benchmark::State& state, const player::PageWish& pages) {
-  player::ReportRun run({.component = player::DefaultComponentPath(),
+  player::ReportRun run({.component = desk::DefaultComponentPath(),
                          .book = player::OpenBook(bench::MediumBookFile().string(), [] { return 0; }),
                          .appType = {},
                          .industryType = {}});
