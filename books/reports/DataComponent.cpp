@@ -2,6 +2,8 @@
 
 #include "books/reports/Data10414.h"
 #include "books/reports/ledger/Data10402.h"
+#include "books/reports/stock/Data302.h"
+#include "books/reports/stock/Data332.h"
 #include "platform/value/Convert.h"
 
 namespace books::reports {
@@ -20,6 +22,8 @@ constexpr Entry EntryOf() {
 }
 
 constexpr Entry kComponents[] = {
+    EntryOf<Data302>(),
+    EntryOf<Data332>(),
     EntryOf<Data10402>(),
     EntryOf<Data10414>(),
 };
