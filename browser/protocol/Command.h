@@ -42,7 +42,7 @@ class RefusedMessage : public std::runtime_error {
 };
 
 // The largest message that a page may send.
-inline constexpr std::size_t kLargestCommand = 256 * 1024;
+inline constexpr std::size_t kLargestCommand = 256UL * 1024;
 // The version of the list.
 int ProtocolVersion();
 

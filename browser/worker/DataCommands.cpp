@@ -8,7 +8,7 @@
 namespace browser {
 namespace {
 
-constexpr std::size_t kLargestPreference = 64 * 1024;
+constexpr std::size_t kLargestPreference = 64UL * 1024;
 constexpr std::size_t kLongestKey = 200;
 constexpr std::string_view kPreferenceScheme = "preference";
 

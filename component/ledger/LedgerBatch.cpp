@@ -7,7 +7,6 @@
 namespace component {
 namespace {
 
-using platform::Currency;
 using platform::Dictionary;
 using platform::MakeRef;
 using platform::Recordset;

@@ -10,7 +10,6 @@ namespace {
 using platform::Error;
 using platform::MakeRef;
 using platform::Recordset;
-using platform::Ref;
 
 // A larger run asks before it starts.
 constexpr std::int32_t kManyItems = 50;

@@ -21,7 +21,6 @@ using platform::DatePicker;
 using platform::Dictionary;
 using platform::Frame;
 using platform::Label;
-using platform::Ref;
 using platform::TextBox;
 using platform::Variant;
 
@@ -263,7 +262,7 @@ void InstantStockDialog::LoadQuery(const Dictionary& filter) {
   auto& dateType = Field<ComboBox>("cmbDateType");
   if (dateType.EntryCount() > 0) dateType.SetListIndex(0);
   for (const QuickField& field : kQuickDates) {
-    const Variant stored = filter.Value(field.key);
+    const Variant& stored = filter.Value(field.key);
     if (platform::IsDate(stored)) Find(field.control)->SetValue(platform::ToDate(stored));
   }
   for (const QuickField& field : kQuickTexts) {

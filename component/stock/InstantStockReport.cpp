@@ -15,7 +15,6 @@ using enum ColumnType;
 using platform::Dictionary;
 using platform::Object;
 using platform::Ref;
-using platform::Variant;
 
 constexpr Column kItemColumns[] = {
     {.caption = "商品代码$", .type = kText, .field = "FItemNumber"},

@@ -122,7 +122,7 @@ const Case kCases[] = {
     {"a file that is no book", "run Rpt10414 --book " TEST_BINARY_DIR "/stockrpt", 2, "no stock book"},
     {"an unknown format", "run Rpt10414 --book BOOK --format xml", 2, "--format"},
     {"a folder that cannot be written to", "run Rpt10414 --book BOOK --out DIR/no/file", 2, "cannot write"},
-    {"a report that is not built", "run Rpt302 --book BOOK", 1, "class not available in this version"},
+    {"a report that is not built", "run Rpt10418 --book BOOK", 1, "class not available in this version"},
     {"a sort order that is refused", "run Rpt10414 'OrderBy=FQty; x' --book BOOK", 1, "OrderBy"},
     {"a demo book that exists", "demo BOOK", 2, "--force"},
     {"a script that is not there", "play DIR/none.json", 2, "cannot read the script"},
