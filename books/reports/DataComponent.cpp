@@ -1,5 +1,6 @@
 #include "books/reports/DataComponent.h"
 
+#include "books/reports/Data.h"
 #include "books/reports/Data10414.h"
 #include "books/reports/ledger/Data10402.h"
 #include "books/reports/stock/Data302.h"
@@ -22,6 +23,7 @@ constexpr Entry EntryOf() {
 }
 
 constexpr Entry kComponents[] = {
+    EntryOf<Data>(),
     EntryOf<Data302>(),
     EntryOf<Data332>(),
     EntryOf<Data10402>(),
