@@ -9,11 +9,11 @@ using platform::Ref;
 using platform::Variant;
 
 Ref<Recordset> Data::GetRpt10412Data(const std::string& /*props*/, Variant& filter) {
-  return ReadMovementSummary(*store_, filter, SummaryGoods::kAll);
+  return ReadMovementSummary(*store_, filter, MovementGoods::kAll);
 }
 
 Ref<Recordset> Data::GetRpt10416Data(const std::string& /*props*/, Variant& filter) {
-  return ReadMovementSummary(*store_, filter, SummaryGoods::kBatchManaged);
+  return ReadMovementSummary(*store_, filter, MovementGoods::kBatchManaged);
 }
 
 }  // namespace books::reports

@@ -34,11 +34,11 @@ constexpr FigureGroup kGroups[] = {
 };
 constexpr std::size_t kGroupWidth = 5;
 
-SummaryShape ShapeOf(const ReportFilter& asked, SummaryGoods goods) {
+SummaryShape ShapeOf(const ReportFilter& asked, MovementGoods goods) {
   constexpr std::int32_t kGroupings = 3;
   SummaryShape shape;
-  shape.onlyBatchManaged = goods == SummaryGoods::kBatchManaged;
-  const bool itsOwn = shape.onlyBatchManaged && asked.Text("cmbGroup").empty();
+  shape.goods = goods;
+  const bool itsOwn = goods == MovementGoods::kBatchManaged && asked.Text("cmbGroup").empty();
   shape.by = itsOwn ? SummaryBy::kBatch : static_cast<SummaryBy>(ChoiceOf(asked, "cmbGroup", kGroupings));
   shape.levels = MovementLevels(asked);
   shape.onlySums = FlagOf(asked, "chkOnlyTotal");
@@ -72,7 +72,7 @@ void SetGroups(RowAppender& to, std::size_t column, const SummaryLine& line) {
 }  // namespace
 
 Ref<Recordset> ReadMovementSummary(services::Store& store, const platform::Variant& filter,
-                                   SummaryGoods goods) {
+                                   MovementGoods goods) {
   const ReportFilter asked(filter);
   const SummaryShape shape = ShapeOf(asked, goods);
   MovementSummary summary(store, asked, MovementChoice(store, asked, "t4"), shape);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "books/reports/ReportFilter.h"
-#include "books/services/Store.h"
+#include "books/reports/movement/MovementChoice.h"
+#include "platform/rows/Recordset.h"
 
 namespace books::reports {
 
@@ -12,8 +12,7 @@ namespace books::reports {
 // Filter keys: BDate, EDate; the ranges ItemNumber, BatchNo, DeptNumber, StockNumber, EmpNumber;
 // DataRightWhere (on t4, the warehouse); chkOnlyTotal, chkNoAmt, chkNoBal, chkShowTran; MultiLevel,
 // MultiLevelBegin, MultiLevelEnd; OrderBy. MovementChoice.h and MovementSummary.h tell what they mean.
-enum class SummaryGoods { kAll, kBatchManaged };
 platform::Ref<platform::Recordset> ReadMovementSummary(services::Store& store,
-                                                       const platform::Variant& filter, SummaryGoods goods);
+                                                       const platform::Variant& filter, MovementGoods goods);
 
 }  // namespace books::reports

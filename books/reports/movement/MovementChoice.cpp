@@ -58,6 +58,13 @@ MovementChoice::MovementChoice(services::Store& store, const ReportFilter& filte
   hidesSamePrice = FlagOf(filter, "chkNoDB") || !FlagOf(filter, "chkShowTran", true);
 }
 
+Conditions MovementItems(const ReportFilter& filter, MovementGoods goods, bool shortNumbers) {
+  Conditions items;
+  items.AddRange(shortNumbers ? "b.short_number" : "b.number", filter.NumberRange("ItemNumber"));
+  if (goods == MovementGoods::kBatchManaged) items.Add({.sql = "i.batch_managed = 1", .parameters = {}});
+  return items;
+}
+
 LevelRange MovementLevels(const ReportFilter& filter) {
   if (!FlagOf(filter, "MultiLevel")) return {};
   constexpr std::int32_t kDeepest = 100;

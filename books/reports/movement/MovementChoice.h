@@ -51,6 +51,12 @@ struct MovementChoice {
   bool byWarehouse = false;  // the report tells warehouses apart; set by the report
 };
 
+// Whether a report is about all items, or those that are managed by batch.
+enum class MovementGoods { kAll, kBatchManaged };
+
+// The filter's range of items, on b (base data) and i (item).
+Conditions MovementItems(const ReportFilter& filter, MovementGoods goods, bool shortNumbers);
+
 // The filter's levels; none also when they begin above their end.
 LevelRange MovementLevels(const ReportFilter& filter);
 

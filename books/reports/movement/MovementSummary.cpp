@@ -58,7 +58,7 @@ MovementSummary::MovementSummary(services::Store& store, const ReportFilter& ask
       choice_(std::move(choice)),
       shape_(shape),
       order_(OrderOf(asked, store.UsesShortNumbers())),
-      items_(store, ItemsOf(asked, shape, store.UsesShortNumbers()), order_.items,
+      items_(store, MovementItems(asked, shape.goods, store.UsesShortNumbers()), order_.items,
              shape.by == SummaryBy::kWarehouse ? LevelRange() : shape.levels) {
   choice_.byWarehouse = shape.by == SummaryBy::kWarehouse;
   if (choice_.byWarehouse) ReadWarehouses(order_.warehouses);
@@ -78,13 +78,6 @@ MovementSummary::Order MovementSummary::OrderOf(const ReportFilter& asked, bool 
   result.items.sql = number + directed(result.items.descending) + ", b.id";
   result.warehouses = byWarehouse ? "name" + directed(descending) + ", number" : "number";
   return result;
-}
-
-Conditions MovementSummary::ItemsOf(const ReportFilter& asked, const SummaryShape& shape, bool shortNumbers) {
-  Conditions items;
-  items.AddRange(shortNumbers ? "b.short_number" : "b.number", asked.NumberRange("ItemNumber"));
-  if (shape.onlyBatchManaged) items.Add({.sql = "i.batch_managed = 1", .parameters = {}});
-  return items;
 }
 
 void MovementSummary::ReadWarehouseGroups() {

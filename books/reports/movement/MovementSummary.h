@@ -26,11 +26,11 @@ struct SummaryWarehouse {
 // What a summary is to show. Sums and the total add up the rows that are shown, or would be.
 struct SummaryShape {
   SummaryBy by = SummaryBy::kItem;
-  LevelRange levels;              // of the item tree; by warehouse, of the warehouse tree
-  bool onlySums = false;          // no rows but sums and the total
-  bool hidesUnmoved = false;      // rows without movement
-  bool hidesEmpty = false;        // rows that end with nothing
-  bool onlyBatchManaged = false;  // items
+  LevelRange levels;          // of the item tree; by warehouse, of the warehouse tree
+  bool onlySums = false;      // no rows but sums and the total
+  bool hidesUnmoved = false;  // rows without movement
+  bool hidesEmpty = false;    // rows that end with nothing
+  MovementGoods goods = MovementGoods::kAll;
   // The movements of a row may be told apart by groups.
   std::size_t groupCount = 0;
   std::size_t (*groupOf)(const Move& move) = nullptr;
@@ -78,7 +78,6 @@ class MovementSummary {
     std::string warehouses;
   };
   static Order OrderOf(const ReportFilter& asked, bool shortNumbers);
-  static Conditions ItemsOf(const ReportFilter& asked, const SummaryShape& shape, bool shortNumbers);
   void ReadWarehouses(const std::string& order);
   void ReadWarehouseGroups();
   void ReadSuppliers();

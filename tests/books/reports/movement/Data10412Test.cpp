@@ -213,6 +213,32 @@ TEST(Data10412, ByLevels) {
         });
 }
 
+// All that the headings can name, for every kind of application and grouping, and what the drill-down reads.
+TEST(Data10412, HasEveryColumn) {
+  const books::test::BookFile file(books::test::WriteTinyBook);
+  const books::Book book = file.Open();
+  Lines fields = {"FItemLevel01Name", "FItemLevel02Name", "FCommonName", "FCommonID", "FItemNumber",
+                  "FItemName",        "FModel",           "FBatchNo",    "FSource",   "FBarCode",
+                  "FUnitName",        "FSecUnitName",     "FSumSort",    "FBegBal",   "FInAmount",
+                  "FOutAmount",       "FEndBal"};
+  for (const std::string group : {"Beg", "In", "Out", "End"}) {
+    fields.push_back("FComplexQtyDis" + group);
+    for (const char* figure : {"Qty", "SecQty", "Price"}) fields.push_back("F" + group + figure);
+  }
+  for (const std::string method : {"GetRpt10412Data", "GetRpt10416Data"}) {
+    for (int group = 0; group <= 2; ++group) {
+      const auto rows =
+          Fetch(book, "TOVMStockRpt.Data", method,
+                {{"MultiLevel", true}, {"MultiLevelBegin", 1}, {"MultiLevelEnd", 2}, {"cmbGroup", group}});
+      for (const std::string& field : fields) {
+        EXPECT_TRUE(rows->FindField(field).has_value()) << method << " lacks " << field;
+      }
+      const std::size_t row = rows->RowAt(0);
+      EXPECT_FALSE(rows->IsNullAt(rows->FieldIndex("FCommonID"), row));
+    }
+  }
+}
+
 TEST(Data10412, RefusesWhatItCannotRead) {
   const books::test::BookFile file(books::test::WriteTinyBook);
   const books::Book book = file.Open();
