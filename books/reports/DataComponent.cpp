@@ -3,6 +3,7 @@
 #include "books/reports/Data10414.h"
 #include "books/reports/ledger/Data10402.h"
 #include "books/reports/stock/Data302.h"
+#include "books/reports/stock/Data303.h"
 #include "books/reports/stock/Data332.h"
 #include "platform/value/Convert.h"
 
@@ -23,6 +24,7 @@ constexpr Entry EntryOf() {
 
 constexpr Entry kComponents[] = {
     EntryOf<Data302>(),
+    EntryOf<Data303>(),
     EntryOf<Data332>(),
     EntryOf<Data10402>(),
     EntryOf<Data10414>(),
