@@ -2,6 +2,7 @@
 
 #include "books/reports/Data10414.h"
 #include "books/reports/ledger/Data10402.h"
+#include "books/reports/stock/Data10424.h"
 #include "books/reports/stock/Data302.h"
 #include "books/reports/stock/Data303.h"
 #include "books/reports/stock/Data332.h"
@@ -23,11 +24,8 @@ constexpr Entry EntryOf() {
 }
 
 constexpr Entry kComponents[] = {
-    EntryOf<Data302>(),
-    EntryOf<Data303>(),
-    EntryOf<Data332>(),
-    EntryOf<Data10402>(),
-    EntryOf<Data10414>(),
+    EntryOf<Data302>(),   EntryOf<Data303>(),   EntryOf<Data332>(),
+    EntryOf<Data10402>(), EntryOf<Data10414>(), EntryOf<Data10424>(),
 };
 
 }  // namespace
