@@ -28,10 +28,9 @@ constexpr Entry EntryOf() {
 }
 
 constexpr Entry kComponents[] = {
-    EntryOf<Data302>(),     EntryOf<Data303>(),   EntryOf<Data332>(),     EntryOf<Data10402>(),
-    EntryOf<Data10414>(),   EntryOf<Data10424>(), EntryOf<Data>(),        EntryOf<Data302>(),
-    EntryOf<Data332>(),     EntryOf<Data10402>(), EntryOf<Data1040101>(), EntryOf<Data1040102>(),
-    EntryOf<Data1040104>(), EntryOf<Data10413>(), EntryOf<Data10414>(),   EntryOf<Data10417>(),
+    EntryOf<Data>(),      EntryOf<Data302>(),     EntryOf<Data303>(),     EntryOf<Data332>(),
+    EntryOf<Data10402>(), EntryOf<Data1040101>(), EntryOf<Data1040102>(), EntryOf<Data1040104>(),
+    EntryOf<Data10413>(), EntryOf<Data10414>(),   EntryOf<Data10417>(),   EntryOf<Data10424>(),
 };
 
 }  // namespace
