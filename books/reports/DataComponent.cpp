@@ -6,7 +6,10 @@
 #include "books/reports/movement/Data10401.h"
 #include "books/reports/movement/Data10413.h"
 #include "books/reports/movement/Data10417.h"
+#include "books/reports/stock/Data10415.h"
+#include "books/reports/stock/Data10424.h"
 #include "books/reports/stock/Data302.h"
+#include "books/reports/stock/Data303.h"
 #include "books/reports/stock/Data332.h"
 #include "platform/value/Convert.h"
 
@@ -26,9 +29,10 @@ constexpr Entry EntryOf() {
 }
 
 constexpr Entry kComponents[] = {
-    EntryOf<Data>(),        EntryOf<Data302>(),     EntryOf<Data332>(),     EntryOf<Data10402>(),
-    EntryOf<Data1040101>(), EntryOf<Data1040102>(), EntryOf<Data1040104>(), EntryOf<Data10413>(),
-    EntryOf<Data10414>(),   EntryOf<Data10417>(),
+    EntryOf<Data>(),      EntryOf<Data302>(),     EntryOf<Data303>(),     EntryOf<Data332>(),
+    EntryOf<Data10402>(), EntryOf<Data1040101>(), EntryOf<Data1040102>(), EntryOf<Data1040104>(),
+    EntryOf<Data10413>(), EntryOf<Data10414>(),   EntryOf<Data10415>(),   EntryOf<Data10417>(),
+    EntryOf<Data10424>(),
 };
 
 }  // namespace
