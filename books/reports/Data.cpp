@@ -2,12 +2,17 @@
 
 #include "books/reports/movement/Data10412.h"
 #include "books/reports/stock/Data10411.h"
+#include "books/reports/tracking/LinkedBills.h"
 
 namespace books::reports {
 
 using platform::Recordset;
 using platform::Ref;
 using platform::Variant;
+
+Ref<Recordset> Data::GetRpt10403Data(const std::string& /*props*/, Variant& filter) {
+  return ReadLinkedBills(*store_, filter);
+}
 
 Ref<Recordset> Data::GetRpt10411Data(const std::string& /*props*/, Variant& filter) {
   return ReadShelfLife(*store_, filter);
