@@ -311,14 +311,14 @@ bool WritePdf(const std::filesystem::path& file, const Sheet& sheet, const Progr
     throw platform::Error(platform::ErrorNumber::kBadArgument, "exports", "there are no columns to export");
   }
   bool written = false;
+  std::error_code ignored;
   try {
     written = Document(file, sheet, paper).Write(progress);
   } catch (...) {
-    std::error_code ignored;
     std::filesystem::remove(file, ignored);
     throw;
   }
-  if (!written) std::filesystem::remove(file);
+  if (!written) std::filesystem::remove(file, ignored);
   return written;
 }
 

@@ -49,7 +49,14 @@ double WidthOf(std::string_view text) {
   return width;
 }
 
-const char* NumberFormat(const std::string& type) {
+// Negative ones red; a third section without content hides a zero.
+std::string NumberFormat(const Grid& grid, std::size_t column) {
+  if (const std::optional<int> decimals = grid.DecimalsOf(column)) {
+    std::string figure = "#,##0";
+    if (*decimals > 0) figure += '.' + std::string(static_cast<std::size_t>(*decimals), '0');
+    return figure + ";[Red]-" + figure + (grid.IsEmptyForZero() ? ";" : "");
+  }
+  const std::string& type = grid.Columns()[column].type;
   if (type == "6") return "#,##0.00;[Red]-#,##0.00";
   if (type == "4") return "#,##0.00##;[Red]-#,##0.00##";
   return "#,##0.####;[Red]-#,##0.####";
@@ -109,11 +116,11 @@ class Workbook {
     format_set_align(heading_, LXW_ALIGN_CENTER);
     format_set_border(heading_, LXW_BORDER_THIN);
     format_set_bg_color(heading_, 0xEDF1F5);
-    for (const GridColumn& column : sheet_.grid.Columns()) {
+    for (std::size_t i = 0; i < sheet_.grid.Columns().size(); ++i) {
       ColumnFormats formats{.plain = Format(false), .summary = Format(true)};
       for (lxw_format* format : {formats.plain, formats.summary}) {
-        if (column.alignment == Alignment::kRight) {
-          format_set_num_format(format, NumberFormat(column.type));
+        if (sheet_.grid.Columns()[i].alignment == Alignment::kRight) {
+          format_set_num_format(format, NumberFormat(sheet_.grid, i).c_str());
           format_set_align(format, LXW_ALIGN_RIGHT);
         }
       }

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <limits>
 #include <sstream>
 
 #include <gmock/gmock.h>
@@ -171,6 +172,70 @@ TEST_F(Exports, LeaveNoFileWhenTheyAreStopped) {
   EXPECT_FALSE(std::filesystem::exists(file_));
   EXPECT_FALSE(exports::WritePdf(file_, SheetOf(), stop));
   EXPECT_FALSE(std::filesystem::exists(file_));
+}
+
+TEST_F(Exports, FollowTheReadersArrangement) {
+  grid_.emplace(*header_, *rows_,
+                exports::Arrangement{.fields = {"FBal", "FName", "FQty", "FSecret", "FNone"},
+                                     .rows = {1, 0},
+                                     .decimals = {.quantity = 0, .price = 4, .amount = 2},
+                                     .emptyForZero = false});
+  ASSERT_EQ(grid_->Columns().size(), 4U);
+  EXPECT_EQ(grid_->Columns()[0].group, "结存");
+  EXPECT_EQ(grid_->Columns()[0].groupSpan, 1U);
+  EXPECT_EQ(grid_->Columns()[2].group, "结存");
+  EXPECT_EQ(grid_->Columns()[3].caption, "暗");
+  EXPECT_EQ(grid_->Cell(0, 0), "-0.05");
+  EXPECT_EQ(grid_->Cell(0, 1), "1,234.50");
+  EXPECT_EQ(grid_->Cell(2, 0), "-3");
+  EXPECT_EQ(grid_->Cell(2, 1), "3");
+  EXPECT_TRUE(exports::WriteXlsx(file_, SheetOf()));
+  EXPECT_THAT(PartOfWorkbook("xl/styles.xml"), HasSubstr("#,##0.00;[Red]-#,##0.00\""));
+}
+
+struct Figure {
+  const char* name;
+  platform::Variant value;
+  int decimals;
+  std::string shown;
+};
+
+TEST_F(Exports, ShowFiguresAsTheScreenDoes) {
+  const std::vector<Figure> cases = {
+      {"thousands", 1234567.891, 2, "1,234,567.89"},
+      {"no decimals", 999.5, 0, "1,000"},
+      {"a half goes away from zero", 1.005, 2, "1.01"},
+      {"a negative half too", -2.5, 0, "-3"},
+      {"carried on", 999.999, 2, "1,000.00"},
+      {"small", 0.00001, 4, "0.0000"},
+      {"no sign on a zero", -0.004, 2, "0.00"},
+      {"large", 1e21, 0, "1,000,000,000,000,000,000,000"},
+      {"zero is empty", 0.0, 2, ""},
+      {"no number", std::numeric_limits<double>::quiet_NaN(), 2, ""},
+      {"null", platform::Null{}, 2, ""},
+  };
+  for (const Figure& one : cases) {
+    const Ref<Recordset> rows = MakeRef<Recordset>();
+    rows->AppendField("FQty", FieldType::kDouble);
+    rows->Open();
+    rows->AddNew();
+    rows->SetValue(0, one.value);
+    rows->Update();
+    const exports::Grid grid(*header_, *rows,
+                             {.fields = {"FQty"},
+                              .rows = {0},
+                              .decimals = {.quantity = one.decimals, .price = 0, .amount = 0},
+                              .emptyForZero = true});
+    EXPECT_EQ(grid.Cell(0, 0), one.shown) << one.name;
+  }
+}
+
+TEST_F(Exports, ForbiddenColumnsAreInNoArrangement) {
+  const Ref<Vector> header = HeaderOf({{"名$", "", "1", "FName"}, {"禁$", "", "1", "FSecret", true, true}});
+  const exports::Grid grid(
+      *header, *rows_, {.fields = {"FSecret", "FName"}, .rows = {}, .decimals = {}, .emptyForZero = false});
+  ASSERT_EQ(grid.Columns().size(), 1U);
+  EXPECT_EQ(grid.Columns()[0].field, "FName");
 }
 
 TEST_F(Exports, RefuseAFolderThatIsNotThere) {
