@@ -20,7 +20,8 @@ export const t = {
   unknownReport: (number: string) => `没有编号为 ${number} 的报表。`,
   // report
   filterAgain: "过滤", refresh: "刷新", quickFilter: "快速筛选", find: "查找", findNext: "下一个", findPrevious: "上一个", notFound: "没有找到",
-  columns: "列设置", copy: "复制", print: "打印", exportCsv: "导出 CSV", exporting: "正在导出", cancel: "取消", ok: "确定", close: "关闭", explain: "数据说明",
+  columns: "列设置", copy: "复制", print: "打印", exportMenu: "导出", exportCsv: "CSV 文件", exportXlsx: "Excel 工作簿", exportPdf: "PDF 文件",
+  exporting: { csv: "正在导出 CSV", xlsx: "正在导出 Excel", pdf: "正在导出 PDF" }, exportBusy: "上一个文件还在导出，请等它完成或先取消。", cancel: "取消", ok: "确定", close: "关闭", explain: "数据说明",
   zeroEmpty: "零不显示", resetColumns: "恢复默认", moveUp: "上移", moveDown: "下移",
   emptyTitle: "没有符合条件的数据", emptyText: "可以放宽过滤条件再试。", emptyFiltered: "快速筛选没有留下任何行", clearQuick: "清除筛选",
   loadFailed: "数据没有读到。", ledger: { first: "第一个", previous: "上一个", next: "下一个", last: "最后一个" }, findItem: "商品代码", goTo: "转到", detail: "明细",
@@ -39,7 +40,7 @@ export const t = {
   badDate: "日期不对，请按 2026-11-05 的样子输入四位年份。", search: "搜索", lookupKeys: "输入编号、名称或拼音首字母；↑↓ 选择，回车确定，Esc 取消", progress: "请稍候", stepUp: "增加", stepDown: "减少",
   // print
   paper: "纸张", printPages: (count: number) => `共 ${count} 页`, pageOf: (page: number, count: number) => `第 ${page} 页 / 共 ${count} 页`, preparingPrint: "正在准备打印…",
-  printTooLong: (rows: number) => `打印预览最多 ${rows.toLocaleString("zh-CN")} 行。请缩小过滤范围，或导出后打印。`, printedAt: "打印时间",
+  printAsPdf: (rows: number) => `超过 ${rows.toLocaleString("zh-CN")} 行，不做预览，直接生成 PDF 文件；打开后打印。`, printedAt: "打印时间",
   guideSearch: "在说明中查找", guideMissing: "说明里没有找到。",
   answers: { ok: "确定(&O)", cancel: "取消(&C)", yes: "是(&Y)", no: "否(&N)" },
 } as const;
