@@ -182,6 +182,20 @@ describe("what happens to a session", () => {
     await browser.page.keyboard.press("Alt+o");
     await expect.poll(() => session.said.filter((command) => command.type === "setValue" || command.type === "filterAction")).toMatchObject([{ control: "DtpDate(0)", value: "2026-11-05" }, { action: "ok" }]);
   });
+  it("a report that this version has not got says so on the start page, and keeps saying it", async () => {
+    const session = new ScriptedSession({ rows: 10, columns: 6, frozen: 1 });
+    session.onCommand = (command) => {
+      if (command.type !== "openReport") return false;
+      session.tell({ type: "error", re: command.id!, code: "failed", text: "本版本还没有“商品收发汇总表”，请选择其他报表。" });
+      return true;
+    };
+    await session.serve(browser.page);
+    await browser.page.goto(`${kOrigin}/r/10412?BItemNumber=01`);
+    const card = browser.page.locator("[data-name=failure]");
+    await card.getByText("本版本还没有“商品收发汇总表”，请选择其他报表。").waitFor();
+    await card.getByText("商品收发汇总表 报表没有打开").waitFor();
+    expect(await seriousFindings()).toEqual([]);
+  });
   it("an empty report says so", async () => {
     const session = new ScriptedSession({ rows: 0, columns: 6, frozen: 1 });
     await session.serve(browser.page);

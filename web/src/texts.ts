@@ -8,8 +8,8 @@ export const t = {
   unreachable: "连接不上服务器。请检查网络，然后重试。", retry: "重试",
   ended: { idle: "会话因长时间未操作已结束。", logout: "您已退出。", replaced: "此会话已在另一个窗口中打开。", shutdown: "服务器正在关闭。" } as Record<string, string>,
   startAgain: "重新开始",
-  crashed: "报表程序意外中止，打开的报表已丢失。其他用户不受影响。",
-  hangs: "报表程序暂时没有响应。可以再等一会儿，或重新开始（打开的报表会丢失）。",
+  crashed: "报表程序意外中止", crashedText: "打开的报表已经丢失；账套数据和其他用户不受影响。",
+  hangs: "报表程序暂时没有响应", hangsText: "可以再等一会儿；重新开始的话，打开的报表会丢失。",
   // list
   reports: "报表", searchReports: "名称、编号或拼音首字母", favourites: "收藏", recent: "最近使用",
   addFavourite: "加入收藏", removeFavourite: "取消收藏", noneFound: "没有找到报表", notAvailable: "本版本未提供",

@@ -80,7 +80,8 @@ export class Session {
     try {
       await this.line.ask("openReport", { programmaticId: report.programmaticId, ...(filter ? { filter } : {}) });
     } catch (error) {
-      this.tell(error);
+      if (error instanceof CommandError && error.reply.code === "failed") this.state.failure = { programmaticId: report.programmaticId, text: error.message };
+      if (this.state.active !== 0 || !this.state.failure) this.tell(error); // else the start page says it, and keeps saying it
     } finally {
       this.state.opening = "";
     }

@@ -24,7 +24,6 @@ export interface SessionState {
   line: Line;
   endReason: string;
   worker: "works" | "crashed" | "hangs";
-  workerText: string;
   welcome: WelcomeMessage | null;
   groups: ReportGroup[];
   windows: OpenWindow[];
@@ -38,7 +37,7 @@ export interface SessionState {
 
 export function newState(): SessionState {
   return reactive({
-    line: "starting", endReason: "", worker: "works", workerText: "", welcome: null, groups: [],
+    line: "starting", endReason: "", worker: "works", welcome: null, groups: [],
     windows: [], tabs: [], active: 0, failure: null, opening: "", busy: false, exporting: null,
   });
 }
@@ -130,7 +129,6 @@ export function apply(state: SessionState, message: Message): void {
     case "exportProgress": state.exporting = { report: message.report, done: message.done, all: message.all }; break;
     case "workerFailed":
       state.worker = message.state === "answers" ? "works" : message.state;
-      state.workerText = message.text;
       break;
     case "sessionEnded":
       state.line = "ended";
