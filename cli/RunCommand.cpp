@@ -9,6 +9,7 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "desk/Host.h"
+#include "desk/ReportRows.h"
 #include "exports/Csv.h"
 #include "exports/Pdf.h"
 #include "exports/Xlsx.h"
@@ -48,10 +49,10 @@ std::pair<std::string, std::string> SplitKey(const std::string& argument) {
   return {argument.substr(0, equals), argument.substr(equals + 1)};
 }
 
-const Recordset& RowsOf(const ReportOutcome& outcome) {
-  const Ref<Recordset> rows = outcome.rows.AsRef<Recordset>();
+Ref<Recordset> RowsOf(const ReportOutcome& outcome) {
+  Ref<Recordset> rows = desk::ReportRows(outcome.rows);
   if (!rows) throw std::runtime_error("the report hands back no rows that a table can show");
-  return *rows;
+  return rows;
 }
 
 std::vector<std::string> TitleLines(const ReportOutcome& outcome) {
@@ -65,11 +66,17 @@ std::vector<std::string> TitleLines(const ReportOutcome& outcome) {
   return lines;
 }
 
-// Keeps the first rows of a recordset value.
+// Keeps the first rows of a recordset, or of a list of rows.
 void CutRows(player::Json& rows, std::optional<std::size_t> limit) {
-  if (!limit || !rows.contains("recordset")) return;
-  auto& list = rows["recordset"]["rows"];
-  if (list.size() > *limit) list.erase(list.begin() + static_cast<std::ptrdiff_t>(*limit), list.end());
+  if (!limit) return;
+  const auto keepFirst = [limit](player::Json& list) {
+    if (list.size() > *limit) list.erase(list.begin() + static_cast<std::ptrdiff_t>(*limit), list.end());
+  };
+  if (rows.contains("recordset")) keepFirst(rows["recordset"]["rows"]);
+  if (!rows.contains("vector")) return;
+  player::Json& list = rows["vector"];
+  if (!list.empty() && list[0].contains("recordset")) return CutRows(list[0], limit);
+  keepFirst(list);
 }
 
 void WriteJson(std::ostream& out, const ReportOutcome& outcome, std::optional<std::size_t> limit) {
@@ -99,11 +106,12 @@ std::vector<std::string> PageTitle(const Recordset& page) {
 
 // A table a page, each under its own title lines.
 void WritePages(std::ostream& out, const ReportOutcome& outcome, std::optional<std::size_t> limit) {
+  const Ref<Recordset> rows = RowsOf(outcome);
   std::size_t begin = 0;
   for (const std::int32_t pageEnd : outcome.pageEnds) {
     const auto end = static_cast<std::size_t>(pageEnd);
     if (limit && begin >= *limit) return;
-    const Ref<Recordset> page = RowsOf(outcome).Slice(begin, end - begin);
+    const Ref<Recordset> page = rows->Slice(begin, end - begin);
     if (begin > 0) out << '\n';
     const exports::Grid grid(*outcome.header, *page);
     WriteTable(out, {.name = platform::ToText(outcome.property->Value("Name")),
@@ -170,7 +178,8 @@ void Deliver(const ReportOutcome& outcome, const RunOptions& options) {
     return WriteStream(options, [&](std::ostream& out) { WriteJson(out, outcome, options.limit); });
   }
   if (!outcome.header || !outcome.property) throw std::runtime_error("the report hands back no heading");
-  const exports::Grid grid(*outcome.header, RowsOf(outcome));
+  const Ref<Recordset> rows = RowsOf(outcome);
+  const exports::Grid grid(*outcome.header, *rows);
   const exports::Sheet sheet{.name = platform::ToText(outcome.property->Value("Name")),
                              .titleLines = TitleLines(outcome),
                              .grid = grid,

@@ -37,3 +37,12 @@ foreach(toolTest ${toolTests})
   add_test(NAME tools.${name} COMMAND Python3::Interpreter "${toolTest}")
   set_tests_properties(tools.${name} PROPERTIES LABELS check)
 endforeach()
+
+# The page: its types, its own logic, and the built page in a real browser against the program as users run it.
+foreach(step types unit e2e)
+  add_test(NAME web.${step} COMMAND "${CMAKE_SOURCE_DIR}/tools/page" ${step})
+  set_tests_properties(web.${step} PROPERTIES TIMEOUT 1800 PROCESSORS 2 RESOURCE_LOCK page)
+endforeach()
+if(TARGET stockrpt)
+  set_tests_properties(web.e2e PROPERTIES ENVIRONMENT "STOCKRPT=$<TARGET_FILE:stockrpt>")
+endif()

@@ -7,6 +7,7 @@
 
 #include "browser/worker/FormText.h"
 #include "browser/worker/RowText.h"
+#include "desk/ReportRows.h"
 #include "platform/object/ClassRegistry.h"
 #include "platform/rows/Vector.h"
 #include "platform/value/Convert.h"
@@ -205,7 +206,7 @@ void Reports::Publish(OpenReport& report, std::int32_t position) {
                                                : outcome.error,
                        false);
   }
-  const Ref<Recordset> rows = RowsOf(report.object->Get("rs"));
+  const Ref<Recordset> rows = desk::ReportRows(report.object->Get("rs"));
   if (!rows) return TellFailure(report, "报表没有返回数据。", false);
   report.view.emplace(rows);
   report.told = Describe(report, position);

@@ -8,10 +8,6 @@
 
 namespace browser {
 
-// The rows that a report hands back as one recordset with a cursor of its own: a recordset itself, a list
-// that holds one, or a list of dictionaries. Null for anything else.
-platform::Ref<platform::Recordset> RowsOf(const platform::Variant& rows);
-
 // The type of a field in the words of the protocol.
 std::string_view CellType(platform::FieldType type);
 // Appends a cell as JSON, straight from the store: money from its scaled integer as exact text.

@@ -7,21 +7,17 @@
 
 #include "browser/worker/RowText.h"
 #include "browser/worker/View.h"
-#include "platform/rows/Dictionary.h"
-#include "platform/rows/Vector.h"
 
 namespace browser {
 namespace {
 
 using platform::Currency;
 using platform::Date;
-using platform::Dictionary;
 using platform::FieldType;
 using platform::MakeRef;
 using platform::Recordset;
 using platform::Ref;
 using platform::Variant;
-using platform::Vector;
 
 std::string Cell(FieldType type, const Variant& value) {
   const Ref<Recordset> rows = MakeRef<Recordset>();
@@ -61,32 +57,6 @@ TEST(RowText, CellsAreJson) {
       {"boolean", FieldType::kBoolean, true, "true"},
   };
   for (const CellCase& one : cases) EXPECT_EQ(Cell(one.type, one.value), one.text) << one.name;
-}
-
-Ref<Dictionary> Entry(const char* number, const Variant& quantity) {
-  const Ref<Dictionary> row = MakeRef<Dictionary>();
-  row->Set("FItemNumber", number);
-  row->Set("FQty", quantity);
-  return row;
-}
-
-TEST(RowText, AListOfDictionariesIsATable) {
-  const Ref<Vector> list = MakeRef<Vector>();
-  list->Add(Ref<platform::Object>(Entry("01", 2)));
-  list->Add(Ref<platform::Object>(Entry("02", 2.5)));
-  list->Add(Ref<platform::Object>(Entry("03", platform::Null{})));
-  const Ref<Recordset> rows = RowsOf(Variant(list));
-  ASSERT_TRUE(rows);
-  ASSERT_EQ(rows->RecordCount(), 3);
-  EXPECT_EQ(rows->Fields()[1].type, FieldType::kDouble);
-  EXPECT_EQ(rows->DoubleAt(1, 1), 2.5);
-  EXPECT_TRUE(rows->IsNullAt(1, 2));
-}
-
-TEST(RowText, ANullOrAnotherObjectIsNoTable) {
-  EXPECT_FALSE(RowsOf(Variant(nullptr)));
-  EXPECT_FALSE(RowsOf(Variant(7)));
-  EXPECT_FALSE(RowsOf(Variant(MakeRef<Dictionary>())));
 }
 
 struct Line {
