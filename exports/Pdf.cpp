@@ -1,4 +1,4 @@
-// First the columns are measured over a sample of the rows and parted into pages across; then page after page
+// First the columns are measured by their widest cells and parted into pages across; then page after page
 // is drawn, all rows of the first page across, then all rows of the second.
 #include "exports/Pdf.h"
 
@@ -24,7 +24,7 @@ constexpr double kPadding = 3;
 constexpr double kNarrowest = 24;
 constexpr double kWidest = 190;
 constexpr double kSmallest = 0.75;  // columns that nearly fit are made smaller down to this
-constexpr std::size_t kSampledRows = 300;
+constexpr std::size_t kMeasuredRows = 100'000;
 constexpr std::size_t kKeyColumns = 2;
 constexpr const char* kFont = "Noto Sans CJK SC";
 
@@ -52,6 +52,37 @@ using Layout = std::unique_ptr<PangoLayout, Unref>;
 struct Box {
   double left;
   double width;
+};
+
+// About how wide a text will be, in thousandths of its size: good enough to tell which of many is the widest.
+std::size_t Estimate(std::string_view text) {
+  std::size_t width = 0;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if ((byte & 0xC0U) == 0x80U) continue;
+    if (byte >= 0xE0U) {
+      width += 1000;
+    } else {
+      width += c == '.' || c == ',' ? 278 : c == '-' ? 347 : 555;
+    }
+  }
+  return width;
+}
+
+// The widest text so far.
+class Widest {
+ public:
+  void Take(std::string text) {
+    const std::size_t width = Estimate(text);
+    if (width <= width_) return;
+    width_ = width;
+    text_ = std::move(text);
+  }
+  const std::string& Text() const { return text_; }
+
+ private:
+  std::size_t width_ = 0;
+  std::string text_;
 };
 
 class Document {
@@ -125,17 +156,24 @@ class Document {
     return static_cast<double>(width) / PANGO_SCALE;
   }
 
+  // What a column's cells need: a figure that is cut would be a wrong one.
+  double WidthOfCells(std::size_t column) const {
+    const std::size_t rows = sheet_.RowCount();
+    const std::size_t step = std::max<std::size_t>(rows / kMeasuredRows, 1);
+    Widest plain;
+    Widest bold;
+    for (std::size_t row = 0; row < rows; row += step) {
+      (sheet_.grid.IsSummary(row) ? bold : plain).Take(sheet_.grid.Cell(column, row));
+    }
+    return std::max(WidthOf(plain_.get(), plain.Text()), WidthOf(bold_.get(), bold.Text()));
+  }
+
   void Measure() {
     const auto& columns = sheet_.grid.Columns();
-    const std::size_t rows = sheet_.RowCount();
-    const std::size_t step = std::max<std::size_t>(rows / kSampledRows, 1);
     bool keys = true;
     for (std::size_t i = 0; i < columns.size(); ++i) {
-      double width =
-          std::max(WidthOf(bold_.get(), columns[i].caption), WidthOf(bold_.get(), columns[i].second));
-      for (std::size_t row = 0; row < rows; row += step) {
-        width = std::max(width, WidthOf(plain_.get(), sheet_.grid.Cell(i, row)));
-      }
+      const double width = std::max({WidthOf(bold_.get(), columns[i].caption),
+                                     WidthOf(bold_.get(), columns[i].second), WidthOfCells(i)});
       keys = keys && i < kKeyColumns && columns[i].alignment == Alignment::kLeft;
       columns_.push_back({.width = std::clamp(width + 2 * kPadding, kNarrowest, kWidest),
                           .groupSpan = columns[i].groupSpan,

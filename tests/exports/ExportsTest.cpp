@@ -1,4 +1,5 @@
 // The same small sheet as CSV, workbook and pages: what is seen is what is written.
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <filesystem>
@@ -236,6 +237,42 @@ TEST_F(Exports, ForbiddenColumnsAreInNoArrangement) {
       *header, *rows_, {.fields = {"FSecret", "FName"}, .rows = {}, .decimals = {}, .emptyForZero = false});
   ASSERT_EQ(grid.Columns().size(), 1U);
   EXPECT_EQ(grid.Columns()[0].field, "FName");
+}
+
+// Of a column, as the workbook gives it.
+double WidthIn(const std::string& sheet, int column) {
+  const std::string begin = "<col min=\"" + std::to_string(column) + "\"";
+  const std::size_t at = sheet.find("width=\"", sheet.find(begin));
+  return std::stod(sheet.substr(at + 7));
+}
+
+TEST_F(Exports, GiveALateLargeFigureItsRoom) {
+  EXPECT_TRUE(exports::WriteXlsx(file_, SheetOf()));
+  const double before = WidthIn(PartOfWorkbook("xl/worksheets/sheet1.xml"), 3);
+  for (int i = 0; i < 1500; ++i) Add("盐", 1, Currency::FromUnits(10000), 0);
+  Add("全部", 123456789012.0, Currency::FromUnits(1234567890120000), 1);
+  EXPECT_TRUE(exports::WriteXlsx(file_, SheetOf()));
+  EXPECT_GT(WidthIn(PartOfWorkbook("xl/worksheets/sheet1.xml"), 3), std::max(before, 15.0));
+}
+
+TEST_F(Exports, CutNoFigureOnPaper) {
+  for (int i = 0; i < 1500; ++i) Add("盐", 1, Currency::FromUnits(10000), 0);
+  Add("全部", 123456789012.0, Currency::FromUnits(1234567890120000), 1);
+  std::vector<std::uint32_t> all(static_cast<std::size_t>(rows_->RecordCount()));
+  for (std::size_t i = 0; i < all.size(); ++i) all[i] = static_cast<std::uint32_t>(i);
+  grid_.emplace(*header_, *rows_,
+                exports::Arrangement{
+                    .fields = {"FName", "FQty", "FBal"}, .rows = all, .decimals = {}, .emptyForZero = false});
+  EXPECT_TRUE(exports::WritePdf(file_, SheetOf()));
+  FILE* pipe = popen(("pdftotext -raw " + file_.string() + " -").c_str(), "r");
+  std::string text;
+  std::array<char, 4096> buffer{};
+  while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), pipe)) {
+    text.append(buffer.data(), count);
+  }
+  if (pclose(pipe) != 0) GTEST_SKIP() << "pdftotext is not here";
+  EXPECT_THAT(text, HasSubstr("123,456,789,012.00"));
+  EXPECT_THAT(text, Not(HasSubstr("…")));
 }
 
 TEST_F(Exports, RefuseAFolderThatIsNotThere) {
