@@ -2,12 +2,13 @@
 // is drawn, all rows of the first page across, then all rows of the second.
 #include "exports/Pdf.h"
 
-#include <array>
+#include <algorithm>
 #include <memory>
 
 #include <cairo-pdf.h>
 #include <pango/pangocairo.h>
 
+#include "exports/Measures.h"
 #include "exports/PageLayout.h"
 #include "platform/value/Error.h"
 
@@ -52,37 +53,6 @@ using Layout = std::unique_ptr<PangoLayout, Unref>;
 struct Box {
   double left;
   double width;
-};
-
-// About how wide a text will be, in thousandths of its size: good enough to tell which of many is the widest.
-std::size_t Estimate(std::string_view text) {
-  std::size_t width = 0;
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if ((byte & 0xC0U) == 0x80U) continue;
-    if (byte >= 0xE0U) {
-      width += 1000;
-    } else {
-      width += c == '.' || c == ',' ? 278 : c == '-' ? 347 : 555;
-    }
-  }
-  return width;
-}
-
-// The widest text so far.
-class Widest {
- public:
-  void Take(std::string text) {
-    const std::size_t width = Estimate(text);
-    if (width <= width_) return;
-    width_ = width;
-    text_ = std::move(text);
-  }
-  const std::string& Text() const { return text_; }
-
- private:
-  std::size_t width_ = 0;
-  std::string text_;
 };
 
 class Document {
@@ -156,24 +126,37 @@ class Document {
     return static_cast<double>(width) / PANGO_SCALE;
   }
 
+  static Measures MeasuresOf(PangoLayout* layout) {
+    Measures measures;
+    for (char c = ' '; c < '\x7F'; ++c) {
+      // Several, as a single one may be rounded.
+      constexpr int kTimes = 10;
+      measures.plain[static_cast<std::size_t>(c)] = WidthOf(layout, std::string(kTimes, c)) / kTimes;
+    }
+    measures.wide = WidthOf(layout, "库");
+    return measures;
+  }
+
   // What a column's cells need: a figure that is cut would be a wrong one.
-  double WidthOfCells(std::size_t column) const {
+  double WidthOfCells(std::size_t column, const Measures& plain, const Measures& bold) const {
     const std::size_t rows = sheet_.RowCount();
     const std::size_t step = std::max<std::size_t>(rows / kMeasuredRows, 1);
-    Widest plain;
-    Widest bold;
+    double width = 0;
     for (std::size_t row = 0; row < rows; row += step) {
-      (sheet_.grid.IsSummary(row) ? bold : plain).Take(sheet_.grid.Cell(column, row));
+      const Measures& measures = sheet_.grid.IsSummary(row) ? bold : plain;
+      width = std::max(width, measures.WidthOf(sheet_.grid.Cell(column, row)));
     }
-    return std::max(WidthOf(plain_.get(), plain.Text()), WidthOf(bold_.get(), bold.Text()));
+    return width;
   }
 
   void Measure() {
     const auto& columns = sheet_.grid.Columns();
+    const Measures plain = MeasuresOf(plain_.get());
+    const Measures bold = MeasuresOf(bold_.get());
     bool keys = true;
     for (std::size_t i = 0; i < columns.size(); ++i) {
       const double width = std::max({WidthOf(bold_.get(), columns[i].caption),
-                                     WidthOf(bold_.get(), columns[i].second), WidthOfCells(i)});
+                                     WidthOf(bold_.get(), columns[i].second), WidthOfCells(i, plain, bold)});
       keys = keys && i < kKeyColumns && columns[i].alignment == Alignment::kLeft;
       columns_.push_back({.width = std::clamp(width + 2 * kPadding, kNarrowest, kWidest),
                           .groupSpan = columns[i].groupSpan,
@@ -313,6 +296,7 @@ class Document {
     const bool summary = sheet_.grid.IsSummary(row);
     const double width = WidthOf(columns);
     if (summary) Fill({0, width}, kLine, kSummaryGround);
+    Line(top_, width);  // the ground may have covered it
     PangoLayout* layout = summary ? bold_.get() : plain_.get();
     double left = 0;
     for (const std::size_t i : columns) {
