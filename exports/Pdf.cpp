@@ -128,10 +128,10 @@ class Document {
 
   static Measures MeasuresOf(PangoLayout* layout) {
     Measures measures;
-    for (char c = ' '; c < '\x7F'; ++c) {
+    for (unsigned char c = ' '; c < 0x7FU; ++c) {
       // Several, as a single one may be rounded.
       constexpr int kTimes = 10;
-      measures.plain[static_cast<std::size_t>(c)] = WidthOf(layout, std::string(kTimes, c)) / kTimes;
+      measures.plain[c] = WidthOf(layout, std::string(kTimes, static_cast<char>(c))) / kTimes;
     }
     measures.wide = WidthOf(layout, "库");
     return measures;

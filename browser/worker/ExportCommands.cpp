@@ -17,6 +17,7 @@ std::vector<std::string> TitleLines(const OpenReport& report) {
   std::vector<Json> lines(report.told["title"].begin(), report.told["title"].end());
   std::ranges::stable_sort(lines, {}, [](const Json& line) { return line["index"].get<int>(); });
   std::vector<std::string> texts;
+  texts.reserve(lines.size());
   for (const Json& line : lines) texts.push_back(line["caption"].get<std::string>());
   return texts;
 }
