@@ -1,7 +1,13 @@
 #include "books/reports/DataComponent.h"
 
+#include "books/reports/Data.h"
 #include "books/reports/Data10414.h"
 #include "books/reports/ledger/Data10402.h"
+#include "books/reports/movement/Data10401.h"
+#include "books/reports/movement/Data10413.h"
+#include "books/reports/movement/Data10417.h"
+#include "books/reports/stock/Data302.h"
+#include "books/reports/stock/Data332.h"
 #include "platform/value/Convert.h"
 
 namespace books::reports {
@@ -20,8 +26,9 @@ constexpr Entry EntryOf() {
 }
 
 constexpr Entry kComponents[] = {
-    EntryOf<Data10402>(),
-    EntryOf<Data10414>(),
+    EntryOf<Data>(),        EntryOf<Data302>(),     EntryOf<Data332>(),     EntryOf<Data10402>(),
+    EntryOf<Data1040101>(), EntryOf<Data1040102>(), EntryOf<Data1040104>(), EntryOf<Data10413>(),
+    EntryOf<Data10414>(),   EntryOf<Data10417>(),
 };
 
 }  // namespace

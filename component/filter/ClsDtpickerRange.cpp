@@ -135,4 +135,13 @@ void AttachDateRange(DatePicker& begin, DatePicker& end, const std::string& repo
   guard.attach(begin, end, reportNumber, false);
 }
 
+bool CheckDayOrder(DatePicker& begin, const DatePicker& end, std::string_view title) {
+  if (begin.GetDate().DayOnly().ToText() <= end.GetDate().DayOnly().ToText()) return true;
+  platform::Screen::Current().Ask({.text = ResString("起始日期不能大于截止日期!"),
+                                   .title = ResString(title),
+                                   .icon = platform::MessageIcon::kInformation});
+  begin.SetDate(end.GetDate());
+  return false;
+}
+
 }  // namespace component

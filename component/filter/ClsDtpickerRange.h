@@ -55,4 +55,8 @@ class ClsDtpickerRange {
 // pickers need watching.
 void AttachDateRange(platform::DatePicker& begin, platform::DatePicker& end, const std::string& reportNumber);
 
+// Whether a range of days does not end before it begins. If it does, the user is told in a box with this
+// title, and it begins on its last day.
+bool CheckDayOrder(platform::DatePicker& begin, const platform::DatePicker& end, std::string_view title);
+
 }  // namespace component

@@ -1,6 +1,7 @@
 #include "component/filter/FilterDialog.h"
 
 #include <algorithm>
+#include <array>
 
 #include "component/frame/MParse.h"
 #include "component/frame/ProcessState.h"
@@ -27,9 +28,6 @@ using platform::Ref;
 using platform::TextBox;
 using platform::Variant;
 
-// Pushes the field name of a sort entry out of sight in the drop-down list.
-const std::string kSortSeparator = std::string(50, ' ') + "|";
-
 bool DrivesRules(FieldKind kind) { return kind != FieldKind::kText && kind != FieldKind::kDate; }
 
 std::string IdOf(const DialogField& field) {
@@ -38,6 +36,8 @@ std::string IdOf(const DialogField& field) {
 }
 
 }  // namespace
+
+std::string SortSeparator() { return std::string(50, ' ') + "|"; }
 
 FilterDialog::FilterDialog(std::string name, std::span<const DialogField> fields,
                            std::string_view filterControlId)
@@ -101,14 +101,20 @@ void FilterDialog::LookUpInto(std::int32_t index) {
   if (field == fields_.end()) return;
   if (keyMark_ == 0 || keyMark_ == platform::kKeyF7 || keyMark_ == platform::kKeyF8) {
     auto& text = Field<TextBox>(IdOf(*field));
-    if (const Ref<Object> lookup = LookupBaseData(field->dataType, text.Text(), "", 1)) {
-      const Variant chosen = lookup->Get("ReturnObject");  // held: the lookup may make it for this answer
-      const bool isLong = ProcessState::Get().isLongNumber;
-      text.SetText(platform::ToText(chosen.AsObject().Get(isLong ? "Number" : "FShortNumber")));
+    if (const std::optional<std::string> number = LookUpNumber(*field, text.Text())) {
+      text.SetText(*number);
       platform::Screen::Current().RunPendingEvents();
     }
   }
   keyMark_ = 0;
+}
+
+std::optional<std::string> FilterDialog::LookUpNumber(const DialogField& field, const std::string& text) {
+  const Ref<Object> lookup = LookupBaseData(field.dataType, text, "", 1);
+  if (!lookup) return {};
+  const Variant chosen = lookup->Get("ReturnObject");  // held: the lookup may make it for this answer
+  const bool isLong = ProcessState::Get().isLongNumber;
+  return platform::ToText(chosen.AsObject().Get(isLong ? "Number" : "FShortNumber"));
 }
 
 void FilterDialog::OnKeyDown(int& key) {
@@ -175,6 +181,10 @@ void FilterDialog::ResetField(const DialogField& field) const {
       if (field.date == DateDefault::kToday) control.SetValue(platform::Clock::Today());
       if (field.date == DateDefault::kPeriodFirstDay)
         control.SetValue(platform::ToDate(GetCurrentPeriodFirstDay()));
+      if (field.date == DateDefault::kStockStart) {
+        const platform::Date start = GetStockStartDate();
+        if (!(start == platform::Date())) control.SetValue(start);
+      }
       break;
     case FieldKind::kOption:
       if (field.standard != 0) control.SetValue(true);  // which switches the others of its group off
@@ -189,6 +199,20 @@ void FilterDialog::ResetField(const DialogField& field) const {
 void FilterDialog::ResetFieldValues() {
   for (const DialogField& field : fields_) {
     if (!field.key.empty() && !field.keptOnReset) ResetField(field);
+  }
+}
+
+void FilterDialog::ResetFieldValues(std::initializer_list<std::string_view> keys) {
+  for (const DialogField& field : fields_) {
+    if (std::ranges::find(keys, field.key) != keys.end()) ResetField(field);
+  }
+}
+
+void FilterDialog::HideCodes(std::initializer_list<int> indexes) const {
+  for (const int index : indexes) {
+    for (const char* part : {"lbl_txtItem", "txtItem", "cmdItem"}) {
+      Find(std::string(part) + "(" + std::to_string(index) + ")")->SetVisible(false);
+    }
   }
 }
 
@@ -209,9 +233,18 @@ void FilterDialog::LoadFieldValues(const std::function<Variant(const DialogField
 void FilterDialog::FillSort(ComboBox& combo, std::span<const SortChoice> choices) {
   combo.Clear();
   for (const SortChoice& choice : choices) {
-    combo.AddEntry(ResString(choice.caption) + kSortSeparator + std::string(choice.field));
+    combo.AddEntry(ResString(choice.caption) + SortSeparator() + std::string(choice.field));
   }
   combo.SetListIndex(0);
+}
+
+void FilterDialog::FillSortByGroup(ComboBox& combo, std::int32_t group) {
+  static constexpr std::array<std::string_view, 4> kByGroup = {"", "业务员代码", "部门代码", "仓库代码"};
+  std::vector<SortChoice> choices = {{.caption = "商品代码", .field = "FItemNumber"}};
+  if (group >= 1 && group < static_cast<std::int32_t>(kByGroup.size())) {
+    choices.push_back({.caption = kByGroup[static_cast<std::size_t>(group)], .field = "FCommonName"});
+  }
+  FillSort(combo, choices);
 }
 
 std::string FilterDialog::OrderByText(const ComboBox& combo, bool ascending) {

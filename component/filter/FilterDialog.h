@@ -1,6 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -14,7 +17,7 @@ namespace component {
 enum class FieldKind : std::uint8_t { kText, kDate, kCheck, kOption, kCombo };
 
 // What a reset puts into a date field.
-enum class DateDefault : std::uint8_t { kKeep, kToday, kPeriodFirstDay };
+enum class DateDefault : std::uint8_t { kKeep, kToday, kPeriodFirstDay, kStockStart };
 
 // One field of a dialog. Building, saving, loading, resetting and looking up are walks over the table of
 // these; a text field with a data type has the lookup button cmdItem of its index beside it.
@@ -35,6 +38,9 @@ struct SortChoice {
   std::string_view caption;
   std::string_view field;
 };
+
+// Stands between the caption and the field of a sort entry, and pushes the field out of sight.
+std::string SortSeparator();
 
 // What all filter dialogs share: the fields, the number and the outcome. Result holds "OK" from the moment
 // the dialog is loaded; it is true only after the user confirmed.
@@ -69,17 +75,27 @@ class FilterDialog : public platform::Form {
   virtual void OnFilterEvent(std::string_view event, std::span<platform::Variant> arguments) = 0;
 
   void ResetFieldValues();
+  // The same for these keys only.
+  void ResetFieldValues(std::initializer_list<std::string_view> keys);
+  // Hides code fields with their labels and buttons, by index: an application that does not know what they
+  // ask for has no use for them.
+  void HideCodes(std::initializer_list<int> indexes) const;
   // Reads every field in table order through `read`, then sets them: what drives rules first (checks, options
   // and combos), texts and dates after, so that a stored value is not wiped by a rule that runs while
   // loading. A field that fails is left as it is.
   void LoadFieldValues(const std::function<platform::Variant(const DialogField& field)>& read);
   static void FillSort(platform::ComboBox& combo, std::span<const SortChoice> choices);
+  // The entries that stock movements offer for a group: the item's number, and what an older numbering of
+  // the groups adds, which does not follow the groups of today.
+  static void FillSortByGroup(platform::ComboBox& combo, std::int32_t group);
   // "FItemNumber ASC " from the chosen entry.
   static std::string OrderByText(const platform::ComboBox& combo, bool ascending);
 
   platform::Ref<platform::Control> ControlOf(const DialogField& field) const;
   void NewResult();
   static void WriteUserID(platform::Dictionary& filter);
+  // Lets the user choose for a code field; answers what the field shall read, nothing to leave it as it is.
+  virtual std::optional<std::string> LookUpNumber(const DialogField& field, const std::string& text);
 
  private:
   void BuildField(const DialogField& field);

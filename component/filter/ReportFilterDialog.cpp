@@ -6,7 +6,6 @@
 #include "component/frame/VEZPublic.h"
 
 namespace component {
-namespace {
 
 using platform::Dictionary;
 using platform::EqualsIgnoreCase;
@@ -14,23 +13,6 @@ using platform::MakeRef;
 using platform::Object;
 using platform::Ref;
 using platform::Variant;
-
-// What loading falls back on for a key that the dictionary has not got.
-Variant LoadDefault(const DialogField& field) {
-  switch (field.kind) {
-    case FieldKind::kText:
-    case FieldKind::kDate:
-      return "";
-    case FieldKind::kOption:
-      return field.control == "OptSortA" ? -1 : 0;
-    case FieldKind::kCheck:
-    case FieldKind::kCombo:
-      return 0;
-  }
-  return {};
-}
-
-}  // namespace
 
 ReportFilterDialog::ReportFilterDialog(std::string name, std::span<const DialogField> fields)
     : FilterDialog(std::move(name), fields, "VEZ_GRFC.ReportFilter") {}
@@ -104,12 +86,28 @@ void ReportFilterDialog::OnFilterEvent(std::string_view event, std::span<Variant
 }
 
 Variant ReportFilterDialog::FieldValue(const DialogField& field) const {
+  const bool isLevel = field.key == "MultiLevelBegin" || field.key == "MultiLevelEnd";
+  if (isLevel && Field<platform::CheckBox>("chkMultiLevel").Checked() != 1) return 0;
   const Ref<platform::Control> control = ControlOf(field);
   if (const auto* combo = dynamic_cast<const platform::ComboBox*>(control.Get())) return combo->ListIndex();
   if (const auto* text = dynamic_cast<const platform::TextBox*>(control.Get())) {
     return platform::TrimBlanks(text->Text());
   }
   return control->Value();
+}
+
+Variant ReportFilterDialog::LoadDefault(const DialogField& field) const {
+  switch (field.kind) {
+    case FieldKind::kText:
+    case FieldKind::kDate:
+      return "";
+    case FieldKind::kOption:
+      return field.control == "OptSortA" ? -1 : 0;
+    case FieldKind::kCheck:
+    case FieldKind::kCombo:
+      return 0;
+  }
+  return {};
 }
 
 void ReportFilterDialog::SaveFields(Dictionary& filter) {
@@ -139,6 +137,7 @@ void ReportFilterDialog::FilterDone(std::int32_t cancelCode) {
     }
     SetResult(filter);
     filter->Set("OK", true);
+    OnCollected(*filter);
     Hide();
     CheckQuickCost(Ref<Object>(this), true);
   } catch (const std::exception&) {

@@ -34,8 +34,12 @@ class ReportFilterDialog : public FilterDialog {
   virtual void OnDone() {}
   // Runs when the user confirmed, before the filter is collected.
   virtual void OnConfirmed() {}
-  // The value of a field as the filter holds it, and the default that loading falls back on.
+  // Adds to the filter that the control has delivered, whatever it holds.
+  virtual void OnCollected(platform::Dictionary& /*filter*/) {}
+  // The value of a field as the filter holds it; category levels read 0 while they are off.
   virtual platform::Variant FieldValue(const DialogField& field) const;
+  // What loading falls back on for a key that the dictionary has not got.
+  virtual platform::Variant LoadDefault(const DialogField& field) const;
   // The designer's settings of the control that differ from the family's.
   virtual void AdjustSettings(platform::Dictionary& /*settings*/) {}
 

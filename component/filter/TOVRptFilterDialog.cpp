@@ -56,6 +56,22 @@ void TOVRptFilterDialog::OnFilterEvent(std::string_view event, std::span<Variant
   // SchemeNotice says nothing that a dialog would act on.
 }
 
+std::optional<std::string> TOVRptFilterDialog::LookUpNumber(const DialogField& field,
+                                                            const std::string& text) {
+  if (field.dataType != kBatch) return FilterDialog::LookUpNumber(field, text);
+  std::string condition;
+  for (const auto& [box, comparison] :
+       {std::pair("txtItem(0)", "t3.FNumber >='"), std::pair("txtItem(1)", "t3.FNumber <='")}) {
+    const std::string& number = Field<platform::TextBox>(box).Text();
+    if (number.empty()) continue;
+    if (!condition.empty()) condition += " And ";
+    condition += comparison + number + "'";
+  }
+  std::string batch = LookupBatch(text, condition, false, "");
+  if (batch.empty()) return {};
+  return batch;
+}
+
 void TOVRptFilterDialog::OnSchemeActivated() { FilterControl().Call("ApplyScheme"); }
 
 std::string TOVRptFilterDialog::SchemeText(const DialogField& field) const {

@@ -39,6 +39,8 @@ class TOVRptFilterDialog : public FilterDialog {
     return stored;
   }
 
+  // Batches are chosen from the batch list, cut down to the range of items in txtItem(0) and txtItem(1).
+  std::optional<std::string> LookUpNumber(const DialogField& field, const std::string& text) override;
   void OnFilterEvent(std::string_view event, std::span<platform::Variant> arguments) override;
 
  private:

@@ -41,8 +41,21 @@ void AddColumn(const std::string& caption, const std::string& second, const std:
                const std::string& field, std::int16_t visible, std::int16_t mask);
 // AddColumn for each row of a table, captions and second headings through ResString.
 void AddColumns(std::span<const Column> columns);
-// One text column a category level, from the lowest to the highest.
-void AddLevelColumns(std::int32_t beginLevel, std::int32_t endLevel);
+
+// The category levels by which a filter wants rows summed up.
+struct LevelRange {
+  bool on = false;
+  std::int32_t begin = 0;
+  std::int32_t end = 0;
+
+  // How many columns the levels take; below 0 for a range that ends before it begins, as the frozen block
+  // counts it.
+  std::int32_t Count() const { return on ? end - begin + 1 : 0; }
+};
+// From "MultiLevel", "MultiLevelBegin" and "MultiLevelEnd"; what cannot be read raises.
+LevelRange ReadLevelRange(const platform::Dictionary& filter);
+// One text column a level, from the lowest to the highest; none when the levels are not asked for.
+void AddLevelColumns(const LevelRange& levels);
 
 // Points the shared heading at `heading`; nothing clears it.
 void SetHeadVector(const platform::Ref<platform::Vector>& heading);

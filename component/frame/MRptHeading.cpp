@@ -33,8 +33,15 @@ void AddColumns(std::span<const Column> columns) {
   }
 }
 
-void AddLevelColumns(std::int32_t beginLevel, std::int32_t endLevel) {
-  for (std::int32_t level = beginLevel; level <= endLevel; ++level) {
+LevelRange ReadLevelRange(const Dictionary& filter) {
+  return {.on = platform::ToBoolean(filter.Value("MultiLevel")),
+          .begin = platform::ToInt32(filter.Value("MultiLevelBegin")),
+          .end = platform::ToInt32(filter.Value("MultiLevelEnd"))};
+}
+
+void AddLevelColumns(const LevelRange& levels) {
+  if (!levels.on) return;
+  for (std::int32_t level = levels.begin; level <= levels.end; ++level) {
     const std::string number = std::to_string(level);
     AddColumn(ResString("类别级次") + number + "$", "", std::to_string(static_cast<int>(ColumnType::kText)),
               "FItemLevel0" + number + "Name", 1, kEveryAppType);

@@ -108,17 +108,35 @@ void Report::OnBarActive() {
   Fetch();
 }
 
+Dictionary& Report::RequireFilter() const {
+  if (!filter_) {
+    throw platform::Error(platform::ErrorNumber::kObjectNotSet, ClassName(), "the report has no filter");
+  }
+  return *filter_;
+}
+
 void Report::BuildTitleLines() {
-  if (facts_.hasTitleObject) result_->Set("RptTitleObject", MakeRef<Dictionary>());
+  if (facts_.hasTitleObject) {
+    const Ref<Dictionary> titleObject = MakeRef<Dictionary>();
+    if (facts_.hasDateRange) {
+      titleObject->Set("ShowDateDiff", "BDate," + platform::ToText(RequireFilter().Value("BDate")) +
+                                           "|EDate," + platform::ToText(RequireFilter().Value("EDate")));
+    }
+    result_->Set("RptTitleObject", titleObject);
+  }
   title_ = BuildTitle(filter_, property_);
 }
 
 // The answer is dropped: a refusal is the service's own business, and it stands outside the fetch's trap.
 void Report::AccessCheck() { platform::ToBoolean(GetGLData().Call("AccessCheck", 1006, 2, 4)); }
 
-void Report::BuildHeading() {
+void Report::StartHeading() {
   header_ = MakeRef<Vector>();
   SetHeadVector(header_);
+}
+
+void Report::BuildHeading() {
+  StartHeading();
   if (facts_.rows == RowsKind::kVector) property_->Set("RsType", 1);
   AddReportColumns();
   SetHeadVector({});

@@ -25,6 +25,8 @@ struct ReportFacts {
   // The title is built while the progress box is up, rather than before it.
   bool titleInsideBox = false;
   bool hasTitleObject = true;
+  // The title object tells the browser both dates of the filter.
+  bool hasDateRange = false;
   std::string_view dataComponent;
   std::string_view dataMethod;
   std::span<const DataRight> dataRights;
@@ -86,11 +88,15 @@ class Report : public platform::Object {
   void KeepRows(const platform::Variant& rows);
 
   void AccessCheck();
+  // Makes a new Header and points the shared heading at it.
+  void StartHeading();
   void BuildHeading();
   void WriteDataRight();
   void SetOutcome(bool ok, const std::string& error);
   void SetOk(bool ok);
   bool IsOk() const;
+  // The filter; raises when there is none.
+  platform::Dictionary& RequireFilter() const;
   void AcceptFilter(const platform::Ref<platform::Dictionary>& filter) { filter_ = filter; }
   Bar& ProgBar();
   // For a report that makes its rows and title lines itself.

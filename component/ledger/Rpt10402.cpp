@@ -13,8 +13,6 @@ namespace component {
 namespace {
 
 using platform::Dictionary;
-using platform::Error;
-using platform::ErrorNumber;
 using platform::MakeRef;
 using platform::Object;
 using platform::Recordset;
@@ -50,12 +48,6 @@ void Rpt10402::SetUpProperty(Dictionary& property) {
   property.Set("EnableMutilPageData", true);
   property.Set("HasDefaultFilterOption", true);
   captionWord_ = ResString("存货");
-}
-
-Dictionary& Rpt10402::RequireFilter() const {
-  const Ref<Dictionary> filter = Filter();
-  if (!filter) throw Error(ErrorNumber::kObjectNotSet, std::string(kClassName), "the report has no filter");
-  return *filter;
 }
 
 LedgerRange Rpt10402::FilterRange() const {

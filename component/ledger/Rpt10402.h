@@ -88,8 +88,6 @@ class Rpt10402 final : public platform::Exposed<Rpt10402, Report> {
   void DropDialog();
   void TakeFilter();
   void FetchItems();
-  // The filter; raises when there is none.
-  platform::Dictionary& RequireFilter() const;
   LedgerRange FilterRange() const;
   bool ShowsNoHappen() const;
   bool HasItems() const { return items_ && items_->RecordCount() > 0; }

@@ -46,11 +46,7 @@ frmFirter10402::frmFirter10402()
 }
 
 void frmFirter10402::HideBatchFilter() const {
-  if (GetAppType() != kAppTypeWithoutBatches) return;
-  for (const char* id :
-       {"lbl_txtItem(4)", "txtItem(4)", "cmdItem(4)", "lbl_txtItem(5)", "txtItem(5)", "cmdItem(5)"}) {
-    Find(id)->SetVisible(false);
-  }
+  if (GetAppType() == kAppTypeWithoutBatches) HideCodes({4, 5});
 }
 
 // The note stands unless every warehouse has a cost of its own, also when that cannot be read.

@@ -3,6 +3,11 @@
 
 #include "component/filter/Rpt10414.h"
 #include "component/ledger/Rpt10402.h"
+#include "component/movement/Rpt10401.h"
+#include "component/movement/Rpt10412.h"
+#include "component/movement/Rpt10413.h"
+#include "component/movement/Rpt10416.h"
+#include "component/movement/Rpt10417.h"
 #include "component/stock/Rpt10411.h"
 #include "component/stock/Rpt10415.h"
 #include "component/stock/Rpt10424.h"
@@ -33,7 +38,7 @@ constexpr ServedClass kClasses[] = {
     {.description = {.programmaticId = "TOVStockRpt.Rpt10401",
                      .classId = {{0xf5, 0x86, 0xb5, 0xf6, 0x86, 0xa9, 0x53, 0xe8, 0xaa, 0xfb, 0xaa, 0x02, 0xe5, 0xe4, 0x68, 0x3c}},
                      .number = "10401",
-                     .title = "收发业务汇总表"}},
+                     .title = "收发业务汇总表"}, .make = MakeReport<Rpt10401>},
     {.description = {.programmaticId = "TOVStockRpt.Rpt10402",
                      .classId = {{0xea, 0xf5, 0x55, 0x08, 0xd7, 0xc8, 0x53, 0xc6, 0xb7, 0x9f, 0xc4, 0xb1, 0xb5, 0x59, 0x81, 0xca}},
                      .number = "10402",
@@ -49,11 +54,11 @@ constexpr ServedClass kClasses[] = {
     {.description = {.programmaticId = "TOVStockRpt.Rpt10412",
                      .classId = {{0x7a, 0x90, 0x32, 0x16, 0xc2, 0xcd, 0x56, 0x80, 0x84, 0xcb, 0x9e, 0xfc, 0xac, 0x85, 0xac, 0xc1}},
                      .number = "10412",
-                     .title = "商品收发汇总表"}},
+                     .title = "商品收发汇总表"}, .make = MakeReport<Rpt10412>},
     {.description = {.programmaticId = "TOVStockRpt.Rpt10413",
                      .classId = {{0x29, 0xfe, 0x90, 0xf6, 0xda, 0x69, 0x5d, 0xd1, 0x9a, 0x0e, 0x28, 0x5f, 0x64, 0x61, 0xed, 0x14}},
                      .number = "10413",
-                     .title = "商品收发明细表"}},
+                     .title = "商品收发明细表"}, .make = MakeReport<Rpt10413>},
     {.description = {.programmaticId = "TOVStockRpt.Rpt10414",
                      .classId = {{0x25, 0x54, 0x9d, 0xa8, 0x7b, 0x99, 0x59, 0x2b, 0xac, 0xa4, 0xaa, 0x64, 0xae, 0x4f, 0x04, 0x4a}},
                      .number = "10414",
@@ -65,11 +70,11 @@ constexpr ServedClass kClasses[] = {
     {.description = {.programmaticId = "TOVStockRpt.Rpt10416",
                      .classId = {{0x5d, 0xec, 0xa1, 0x71, 0x18, 0xbc, 0x51, 0x3c, 0x97, 0x80, 0xd8, 0x08, 0xc3, 0x43, 0x9e, 0xa3}},
                      .number = "10416",
-                     .title = "批号管理商品收发汇总表"}},
+                     .title = "批号管理商品收发汇总表"}, .make = MakeReport<Rpt10416>},
     {.description = {.programmaticId = "TOVStockRpt.Rpt10417",
                      .classId = {{0x28, 0x9b, 0xf6, 0xa1, 0x9a, 0x03, 0x5d, 0x07, 0xb5, 0x1a, 0x90, 0xd4, 0xce, 0x6d, 0x95, 0x5b}},
                      .number = "10417",
-                     .title = "批号管理商品收发明细表"}},
+                     .title = "批号管理商品收发明细表"}, .make = MakeReport<Rpt10417>},
     {.description = {.programmaticId = "TOVStockRpt.Rpt10418",
                      .classId = {{0x6f, 0x33, 0x75, 0x92, 0xa8, 0xd9, 0x5d, 0x35, 0x84, 0x41, 0x26, 0xe7, 0xe1, 0x9b, 0xa8, 0x99}},
                      .number = "10418",

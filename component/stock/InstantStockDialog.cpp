@@ -123,9 +123,8 @@ void InstantStockDialog::BuildPanels() {
     const std::string name = std::string("UpDown") + (box + 3);
     auto& spin = Add<platform::SpinButton>(name, text);
     spin.PlaceInside(&levelPanel);
-    text.PlaceInside(&levelPanel);
-    Find(std::string("lbl_") + box)->PlaceInside(&levelPanel);
   }
+  levels_.Attach(*this, levelPanel);
 
   auto& quickPane = Add<Frame>(std::string(kQuickPane));
   for (const char* row : {"cmbDateType", "BEGDate", "ENDDate"}) {
@@ -146,8 +145,6 @@ void InstantStockDialog::BuildPanels() {
 }
 
 void InstantStockDialog::WatchFields() {
-  levels_.Attach(Field<CheckBox>("chkMultiLevel"), Field<Frame>("frmMultiLevel"),
-                 Field<TextBox>("txtMultiLevelBegin"), Field<TextBox>("txtMultiLevelEnd"));
   for (int i = 0; i <= kShareAbnormalAmount; ++i) {
     Check(i).onClick = [this, i] { OnTimeRule(i); };
   }
@@ -174,10 +171,7 @@ void InstantStockDialog::SetUp() {
 
 // The smallest application type knows neither batches nor properties; the row below moves up.
 void InstantStockDialog::HideBatchesAndProperties() const {
-  for (int index = 2; index <= 5; ++index) {
-    for (const char* part : {"txtItem", "lbl_txtItem", "cmdItem"})
-      Find(Indexed(part, index))->SetVisible(false);
-  }
+  HideCodes({2, 3, 4, 5});
   for (const int index : {4, 5}) Field<TextBox>(Indexed("txtItem", index)).SetText("");
   Find("txtItem(8)")->SetPlace(Find("txtItem(2)")->GetPlace());
   Combo(kShowType).SetVisible(false);
@@ -219,8 +213,6 @@ void InstantStockDialog::OnTimeRule(int clicked) {
 Variant InstantStockDialog::FieldValue(const DialogField& field) const {
   const auto& combo = Combo(kShowType);
   if (field.key == "ShowType") return combo.ListIndex() < 0 ? 0 : combo.ItemData(combo.ListIndex());
-  const bool isLevel = field.key == "MultiLevelBegin" || field.key == "MultiLevelEnd";
-  if (isLevel && Field<CheckBox>("chkMultiLevel").Checked() != 1) return 0;
   return ReportFilterDialog::FieldValue(field);
 }
 

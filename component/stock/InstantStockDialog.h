@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "component/filter/CategoryLevels.h"
 #include "component/filter/ReportFilterDialog.h"
-#include "component/stock/CategoryLevels.h"
 
 namespace component {
 

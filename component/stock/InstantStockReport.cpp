@@ -56,27 +56,13 @@ void InstantStockReport::SetUpProperty(Dictionary& property) {
   property.Set("UserDefinedGoods", NewUserFieldRequest(true, "FModel", "", ""));
 }
 
-Dictionary& InstantStockReport::RequireFilter() const {
-  if (!Filter()) {
-    throw platform::Error(platform::ErrorNumber::kObjectNotSet, ClassName(), "the report has no filter");
-  }
-  return *Filter();
-}
-
 std::int16_t InstantStockReport::AmountMask() const {
   return platform::ToDouble(RequireFilter().Value("ContainBills")) == 0 ? kEveryAppType : std::int16_t{0};
 }
 
-void InstantStockReport::ReadLevels() {
-  const Dictionary& filter = RequireFilter();
-  levels_ = {.on = platform::ToBoolean(filter.Value("MultiLevel")),
-             .begin = platform::ToInt32(filter.Value("MultiLevelBegin")),
-             .end = platform::ToInt32(filter.Value("MultiLevelEnd"))};
-}
-
 void InstantStockReport::AddReportColumns() {
-  if (levels_.on) AddLevelColumns(levels_.begin, levels_.end);
-  const std::int32_t levelCount = levels_.on ? levels_.end - levels_.begin + 1 : 0;
+  AddLevelColumns(levels_);
+  const std::int32_t levelCount = levels_.Count();
   Property()->Set("FrozenColumn", kFrozenWithoutMode + levelCount);
   AddColumns(kItemColumns);
   const double mode = platform::LeadingNumber(platform::ToText(RequireFilter().Value("ShowType")));
@@ -96,7 +82,7 @@ void InstantStockReport::AddDataRight(std::optional<Ref<Dictionary>>& dataRightD
 }
 
 void InstantStockReport::Fetch() {
-  ReadLevels();
+  levels_ = ReadLevelRange(RequireFilter());
   AccessCheck();
   Ref<Object> data;
   try {

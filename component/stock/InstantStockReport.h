@@ -28,20 +28,11 @@ class InstantStockReport : public ReportFilterReport {
   virtual void BeforeRead() {}
   virtual void AfterRead() {}
 
-  // Raises when there is no filter.
-  platform::Dictionary& RequireFilter() const;
   // A report that counts unaudited bills shows no amounts: their cost is not settled.
   std::int16_t AmountMask() const;
 
  private:
-  struct Levels {
-    bool on = false;
-    std::int32_t begin = 0;
-    std::int32_t end = 0;
-  };
-  void ReadLevels();
-
-  Levels levels_;
+  LevelRange levels_;
 };
 
 }  // namespace component

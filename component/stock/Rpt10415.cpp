@@ -7,7 +7,6 @@ namespace component {
 namespace {
 
 using enum ColumnType;
-using platform::Dictionary;
 
 // FID, Fbarcode and Fdate are the data component's own spellings.
 constexpr Column kColumns[] = {
@@ -40,7 +39,7 @@ constexpr ReportFacts kFacts = {
     .number = "10415",
     .name = "采购价格分析表",
     .property = 6,
-    .hasTitleObject = false,  // it makes its own
+    .hasDateRange = true,
     .dataComponent = "TOVMStockRpt.Data10415",
     .dataMethod = "GetRpt10415Data",
     .dataRights = kDataRights,
@@ -50,19 +49,8 @@ constexpr ReportFacts kFacts = {
 
 Rpt10415::Rpt10415() : Exposed(kFacts) {}
 
-void Rpt10415::SetUpProperty(Dictionary& property) {
+void Rpt10415::SetUpProperty(platform::Dictionary& property) {
   property.Set("FrozenColumn", GetIndustryType() == 1 ? 8 : 5);
-}
-
-void Rpt10415::BuildTitleLines() {
-  if (!Filter()) {
-    throw platform::Error(platform::ErrorNumber::kObjectNotSet, ClassName(), "the report has no filter");
-  }
-  const platform::Ref<Dictionary> titleObject = platform::MakeRef<Dictionary>();
-  titleObject->Set("ShowDateDiff", "BDate," + platform::ToText(Filter()->Value("BDate")) + "|EDate," +
-                                       platform::ToText(Filter()->Value("EDate")));
-  Result()->Set("RptTitleObject", titleObject);
-  TOVRptFilterReport::BuildTitleLines();
 }
 
 void Rpt10415::AddReportColumns() { AddColumns(kColumns); }

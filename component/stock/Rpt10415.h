@@ -26,7 +26,6 @@ class Rpt10415 final : public platform::Exposed<Rpt10415, TOVRptFilterReport> {
   void AddReportColumns() override;
   platform::Ref<TOVRptFilterDialog> MakeDialog() override;
   void SetUpProperty(platform::Dictionary& property) override;
-  void BuildTitleLines() override;
 };
 
 }  // namespace component

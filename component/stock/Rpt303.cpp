@@ -65,10 +65,7 @@ constexpr ReportFacts kFacts = {
 Rpt303::Rpt303() : Exposed(kFacts) {}
 
 void Rpt303::AddReportColumns() {
-  if (!Filter()) {
-    throw platform::Error(platform::ErrorNumber::kObjectNotSet, ClassName(), "the report has no filter");
-  }
-  const double chosen = platform::LeadingNumber(platform::ToText(Filter()->Value("cmbtype")));
+  const double chosen = platform::LeadingNumber(platform::ToText(RequireFilter().Value("cmbtype")));
   for (std::size_t i = 0; i < std::size(kSummaries); ++i) {
     if (chosen != static_cast<double>(i)) continue;
     AddColumns(kSummaries[i].columns);

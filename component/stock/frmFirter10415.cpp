@@ -3,7 +3,6 @@
 #include "component/filter/ClsDtpickerRange.h"
 #include "component/frame/SysObjects.h"
 #include "component/frame/VEZPublic.h"
-#include "platform/form/Screen.h"
 
 namespace component {
 namespace {
@@ -44,9 +43,6 @@ constexpr DialogField kFields[] = {
 
 constexpr std::string_view kBillTypes[] = {"全部", "估价入库", "购货单"};
 
-// What rows may also be sorted by, in the order of the groups; the first group is none.
-constexpr std::string_view kGroupSorts[] = {"", "业务员代码", "部门代码", "仓库代码"};
-
 }  // namespace
 
 frmFirter10415::frmFirter10415()
@@ -58,7 +54,8 @@ frmFirter10415::frmFirter10415()
   sameValueTransfers.SetChecked(1);
   sameValueTransfers.SetVisible(false);
   for (const char* part : {"cboType", "lbl_cboType"}) Find(part)->SetVisible(false);
-  Field<ComboBox>("cmbGroup").onClick = [this] { FillSortByGroup(); };
+  auto& group = Field<ComboBox>("cmbGroup");
+  group.onClick = [this, &group] { FillSortByGroup(Field<ComboBox>("cboSort"), group.ListIndex()); };
 }
 
 void frmFirter10415::OnLoad() {
@@ -74,24 +71,8 @@ void frmFirter10415::SetUp() {
   types.SetListIndex(0);
 }
 
-void frmFirter10415::FillSortByGroup() const {
-  std::vector<SortChoice> choices = {{.caption = "商品代码", .field = "FItemNumber"}};
-  const std::int32_t group = Field<ComboBox>("cmbGroup").ListIndex();
-  if (group >= 1 && group < static_cast<std::int32_t>(std::size(kGroupSorts))) {
-    choices.push_back({.caption = kGroupSorts[group], .field = "FCommonName"});
-  }
-  FillSort(Field<ComboBox>("cboSort"), choices);
-}
-
 bool frmFirter10415::Validate() {
-  auto& begin = Field<DatePicker>("DtpBDate");
-  const platform::Date end = Field<DatePicker>("DtpEDate").GetDate();
-  if (!(begin.GetDate().DayOnly().ToText() > end.DayOnly().ToText())) return true;
-  platform::Screen::Current().Ask({.text = ResString("起始日期不能大于截止日期!"),
-                                   .title = ResString("摩文提示"),
-                                   .icon = platform::MessageIcon::kInformation});
-  begin.SetDate(end);
-  return false;
+  return CheckDayOrder(Field<DatePicker>("DtpBDate"), Field<DatePicker>("DtpEDate"), "摩文提示");
 }
 
 void frmFirter10415::AddKeys(platform::Dictionary& filter) {

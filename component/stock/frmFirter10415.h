@@ -18,8 +18,6 @@ class frmFirter10415 final : public TOVRptFilterDialog {
   void AddKeys(platform::Dictionary& filter) override;
 
  private:
-  void FillSortByGroup() const;
-
   std::string periodStart_;
 };
 

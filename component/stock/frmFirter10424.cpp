@@ -96,14 +96,8 @@ frmFirter10424::frmFirter10424()
   }
   BuildFormulaPanel();
 
-  auto& levelPanel = Add<Frame>("frmMultiLevel");
-  for (const char* box : {"txtMultiLevelBegin", "txtMultiLevelEnd"}) {
-    Find(box)->PlaceInside(&levelPanel);
-    Find(std::string("lbl_") + box)->PlaceInside(&levelPanel);
-  }
+  levels_.Attach(*this, Add<Frame>("frmMultiLevel"));
   Field<CheckBox>("chkMultiLevel").SetVisible(false);
-  levels_.Attach(Field<CheckBox>("chkMultiLevel"), levelPanel, Field<TextBox>("txtMultiLevelBegin"),
-                 Field<TextBox>("txtMultiLevelEnd"));
 }
 
 CheckBox& frmFirter10424::Check(int index) const { return Field<CheckBox>(Indexed("chkitem", index)); }
@@ -251,7 +245,6 @@ bool frmFirter10424::AcceptCollected(Dictionary& filter) {
 }
 
 void frmFirter10424::AddKeys(Dictionary& filter) {
-  const std::int32_t multiLevel = Field<CheckBox>("chkMultiLevel").Checked();
   WriteUserID(filter);
   filter.Set("OK", true);
   filter.Set("BItemClass", "");
@@ -259,11 +252,7 @@ void frmFirter10424::AddKeys(Dictionary& filter) {
   filter.Set("ShowTypeValue", "");
   filter.Set("OrderBy", "");
   filter.Set("RptID", kReportNumber);
-  filter.Set("MultiLevel", multiLevel);
-  for (const char* side : {"MultiLevelBegin", "MultiLevelEnd"}) {
-    const std::string& level = Field<TextBox>(std::string("txt") + side).Text();
-    filter.Set(side, multiLevel == 1 ? Variant(level) : Variant(0));
-  }
+  levels_.WriteTo(filter);
 }
 
 }  // namespace component

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "component/filter/CategoryLevels.h"
 #include "component/filter/TOVRptFilterDialog.h"
-#include "component/stock/CategoryLevels.h"
 #include "component/stock/frmSelStock.h"
 
 namespace component {

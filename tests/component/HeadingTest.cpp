@@ -155,7 +155,7 @@ TEST_F(HeadingTest, EachCategoryLevelIsATextColumn) {
     SCOPED_TRACE(row.name);
     heading = MakeRef<Vector>();
     SetHeadVector(heading);
-    AddLevelColumns(row.begin, row.end);
+    AddLevelColumns({.on = true, .begin = row.begin, .end = row.end});
     ASSERT_EQ(heading->Items().size(), row.levels.size());
     for (std::size_t i = 0; i < row.levels.size(); ++i) {
       EXPECT_EQ(Spell(heading->Items()[i]), "{FColCaption: '类别级次" + row.levels[i] +

@@ -1,4 +1,4 @@
-#include "component/stock/CategoryLevels.h"
+#include "component/filter/CategoryLevels.h"
 
 #include <string>
 
@@ -23,20 +23,36 @@ std::int32_t ReadMaxCategoryLevel(std::int32_t itemClass) {
   return level;
 }
 
-void CategoryLevels::Attach(platform::CheckBox& check, platform::Frame& panel, TextBox& begin, TextBox& end) {
-  check_ = &check;
+void CategoryLevels::Attach(const platform::Form& form, platform::Frame& panel) {
+  check_ = &dynamic_cast<platform::CheckBox&>(*form.Find("chkMultiLevel"));
   panel_ = &panel;
-  begin_ = &begin;
-  end_ = &end;
-  check.onClick = [this] { ShowPanel(); };
-  begin.onChange = [this] { Bound(*begin_, *end_); };
-  end.onChange = [this] { Bound(*end_, *begin_); };
+  begin_ = &dynamic_cast<TextBox&>(*form.Find("txtMultiLevelBegin"));
+  end_ = &dynamic_cast<TextBox&>(*form.Find("txtMultiLevelEnd"));
+  for (TextBox* box : {begin_, end_}) {
+    box->PlaceInside(&panel);
+    form.Find("lbl_" + box->Name())->PlaceInside(&panel);
+  }
+  check_->onClick = [this] { ShowPanel(); };
+  begin_->onChange = [this] { Bound(*begin_, *end_); };
+  end_->onChange = [this] { Bound(*end_, *begin_); };
 }
 
-void CategoryLevels::Load(std::int32_t itemClass) {
-  maxLevel_ = ReadMaxCategoryLevel(itemClass);
+void CategoryLevels::Load(DataType itemClass) {
+  maxLevel_ = itemClass == kNoDataType ? 1 : ReadMaxCategoryLevel(itemClass);
   begin_->SetText("1");
   end_->SetText("1");
+}
+
+void CategoryLevels::Allow(bool allowed) {
+  if (!allowed) check_->SetChecked(0);
+  check_->SetEnabled(allowed);
+}
+
+void CategoryLevels::WriteTo(platform::Dictionary& filter) const {
+  const bool on = check_->Checked() == 1;
+  filter.Set("MultiLevel", check_->Checked());
+  filter.Set("MultiLevelBegin", on ? Variant(begin_->Text()) : Variant(0));
+  filter.Set("MultiLevelEnd", on ? Variant(end_->Text()) : Variant(0));
 }
 
 void CategoryLevels::ShowPanel() { panel_->SetVisible(check_->Checked() == 1); }
