@@ -25,8 +25,7 @@ LedgerChoice::LedgerChoice(services::Store& store, const Variant& filter) {
   const ReportFilter asked(filter);
   batches = asked.NumberRange("BatchNo");
   leavesOutZero = NumberOf(asked, "Balance") != 0;
-  const std::int32_t year = NumberOf(asked, "EYear");
-  if (year > 0) lastPeriod = schema::PeriodOf(year, NumberOf(asked, "EPeriod"));
+  lastPeriod = LastPeriodOf(filter);
   static const reader::ConditionAlias kAliases[] = {{"v4", *reader::FindTable("t_Stock")}};
   Conditions conditions;
   conditions.AddRange(store.UsesShortNumbers() ? "v4.FShortNumber" : "v4.FNumber",
@@ -38,6 +37,12 @@ LedgerChoice::LedgerChoice(services::Store& store, const Variant& filter) {
       store.Reading().Prepare("SELECT v4.FItemID FROM t_Stock v4 WHERE " + conditions.Sql());
   services::BindAll(rows, conditions.Parameters());
   while (rows.Step()) warehouses.insert(rows.Integer(0));
+}
+
+std::int32_t LastPeriodOf(const Variant& filter) {
+  const ReportFilter asked(filter);
+  const std::int32_t year = NumberOf(asked, "EYear");
+  return year > 0 ? schema::PeriodOf(year, NumberOf(asked, "EPeriod")) : 0;
 }
 
 bool LedgerFilterMark::Fits(const Variant& filter) const {
