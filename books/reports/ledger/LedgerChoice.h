@@ -39,6 +39,7 @@ class LedgerFilterMark {
                                                             "EPeriod",      "Balance"};
 
   std::array<platform::Variant, kKeys.size()> values_;
+  std::array<std::size_t, kKeys.size()> places_{};  // where the keys stood among the filter's entries
 };
 
 // A condition of the component ("AND t0.FNumber>='01' …", also with an order behind it) on the base data view
