@@ -1,5 +1,6 @@
 #include "books/reports/ledger/BillTexts.h"
 
+#include <cstring>
 #include <limits>
 
 namespace books::reports {
@@ -24,7 +25,6 @@ void BillTexts::Forget() {
   lookUps_ = 0;
   lookUpsAllowed_ = 0;
   entries_.clear();
-  numbers_.clear();
   texts_ = {};
 }
 
@@ -38,8 +38,14 @@ BillText BillTexts::Of(std::int64_t billId) {
   const std::int64_t place = billId - firstId_;
   if (place < 0 || place >= static_cast<std::int64_t>(entries_.size())) return {};
   const Entry& entry = entries_[static_cast<std::size_t>(place)];
+  std::string_view number(entry.number.data(), entry.numberSize);
+  if (entry.numberSize == kLongNumber) {
+    platform::TextStore::Id id = 0;
+    std::memcpy(&id, entry.number.data(), sizeof id);
+    number = texts_.Text(id);
+  }
   return {.billClass = entry.billClass,
-          .number = std::string_view(numbers_).substr(entry.number, entry.numberSize),
+          .number = number,
           .voucher = texts_.Text(entry.voucher),
           .explanation = texts_.Text(entry.explanation)};
 }
@@ -74,14 +80,19 @@ void BillTexts::ReadAll() {
   entries_.assign(static_cast<std::size_t>(ids), none);
   Statement rows = connection_.Query("SELECT id, bill_class, number, voucher_number, explanation FROM bill");
   while (rows.Step()) {
+    Entry& entry = entries_[static_cast<std::size_t>(rows.Integer(0) - firstId_)];
+    entry = {.billClass = rows.Int32(1),
+             .voucher = texts_.Keep(rows.TextView(3)),
+             .explanation = texts_.Keep(rows.TextView(4))};
     const std::string_view number = rows.TextView(2);
-    entries_[static_cast<std::size_t>(rows.Integer(0) - firstId_)] = {
-        .billClass = rows.Int32(1),
-        .number = static_cast<std::uint32_t>(numbers_.size()),
-        .numberSize = static_cast<std::uint32_t>(number.size()),
-        .voucher = texts_.Keep(rows.TextView(3)),
-        .explanation = texts_.Keep(rows.TextView(4))};
-    numbers_ += number;
+    if (number.size() <= entry.number.size()) {
+      entry.numberSize = static_cast<std::uint8_t>(number.size());
+      std::memcpy(entry.number.data(), number.data(), number.size());
+    } else {
+      const platform::TextStore::Id id = texts_.Keep(number);
+      entry.numberSize = kLongNumber;
+      std::memcpy(entry.number.data(), &id, sizeof id);
+    }
   }
 }
 

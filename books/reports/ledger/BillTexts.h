@@ -1,7 +1,7 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -31,13 +31,15 @@ class BillTexts {
   BillText Of(std::int64_t billId);
 
  private:
+  // In one place, so that a bill costs memory one visit.
   struct Entry {
     std::int32_t billClass = 0;
-    std::uint32_t number = 0;  // where it begins among the numbers
-    std::uint32_t numberSize = 0;
     platform::TextStore::Id voucher = 0;
     platform::TextStore::Id explanation = 0;
+    std::uint8_t numberSize = 0;    // kLongNumber: the number is a text of the store, too
+    std::array<char, 27> number{};  // or its id
   };
+  static constexpr std::uint8_t kLongNumber = 255;
 
   BillText LookUp(std::int64_t billId);
   void Plan();
@@ -49,8 +51,7 @@ class BillTexts {
   std::int64_t lookUpsAllowed_ = 0;  // before all are read; unknown while 0
   std::int64_t firstId_ = 0;
   std::vector<Entry> entries_;  // from the first id on; empty while bills are looked up
-  std::string numbers_;
-  platform::TextStore texts_;  // vouchers and explanations, many of which repeat
+  platform::TextStore texts_;   // vouchers and explanations, many of which repeat
 };
 
 }  // namespace books::reports
