@@ -20,7 +20,7 @@ using platform::RowAppender;
 using schema::BillClass;
 
 struct ClassGroup {
-  BillClass billClass;
+  BillClass billClass = BillClass::kPurchaseReceipt;
   bool receipt = true;
   bool bothWays = false;    // its fields say In or Out
   bool amountOnly = false;  // one field

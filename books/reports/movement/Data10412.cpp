@@ -1,7 +1,5 @@
 #include "books/reports/movement/Data10412.h"
 
-#include <array>
-
 #include "books/reports/movement/SummaryFields.h"
 
 namespace books::reports {

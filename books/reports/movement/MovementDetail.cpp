@@ -124,10 +124,10 @@ class MovementDetail {
 };
 
 bool MovementDetail::IsShown(const StockItem& item, bool moved, const Sums& closing) const {
-  if (shape_.hidesEmpty && closing.IsZero()) return false;
+  if (shape_.hidesEmpty && closing.IsNothing(shape_.goods)) return false;
   if (moved) return true;
   if (!shape_.byItem || shape_.hidesUnmoved) return false;
-  if (!closing.IsZero()) return true;
+  if (!closing.IsNothing(shape_.goods)) return true;
   const bool noWarehouse = !choice_.warehouses.all && choice_.warehouses.ids.empty();
   const bool wholeItems = choice_.batches.all && choice_.auxiliaries.all && !noWarehouse;
   return !shape_.hidesIdle && !item.disabled && wholeItems;

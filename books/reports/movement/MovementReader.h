@@ -25,6 +25,11 @@ struct Sums {
   friend Sums operator+(Sums left, const Sums& right) { return left += right; }
   friend Sums operator-(Sums left, const Sums& right) { return left -= right; }
   bool IsZero() const { return quantity == 0 && auxQuantity == 0 && amount == 0; }
+  // Whether a report about these goods has nothing to show. A batch of an item whose batches share one cost
+  // may keep an amount when it is gone; the batch reports show no amounts, and do not list it for that.
+  bool IsNothing(MovementGoods goods) const {
+    return goods == MovementGoods::kBatchManaged ? quantity == 0 && auxQuantity == 0 : IsZero();
+  }
 };
 
 // Unit price; 0 without a quantity.

@@ -167,8 +167,8 @@ void MovementSummary::AddRows(const StockItem& item, const ItemMovement& movemen
 }
 
 bool MovementSummary::IsShown(const SummaryFigures& figures) const {
-  if (!figures.moved && (shape_.hidesUnmoved || figures.opening.IsZero())) return false;
-  return !(shape_.hidesEmpty && figures.Closing().IsZero());
+  if (!figures.moved && (shape_.hidesUnmoved || figures.opening.IsNothing(shape_.goods))) return false;
+  return !(shape_.hidesEmpty && figures.Closing().IsNothing(shape_.goods));
 }
 
 // Takes out the item's rows that the filter does not want, and brings the others into order.

@@ -6,6 +6,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "books/posting/Posting.h"
+#include "books/schema/Codes.h"
 #include "tests/books/TinyBook.h"
 #include "tests/books/reports/stock/StockBook.h"
 
@@ -211,6 +213,43 @@ TEST(Data10412, ByLevels) {
              {"FItemLevel01Name", "FItemNumber"},
              {"? 01.01.001", "? 01.01.002", "? 01.02", "? 01.03", "? 02.001", "? 02.002", "? 合计"}},
         });
+}
+
+// Two batches under one shared cost: A comes cheaper than B, and leaves at the average of both. What it takes
+// away too much stays behind as an amount without goods.
+TEST(Data10412, ABatchThatIsGoneMayLeaveAnAmount) {
+  const books::test::BookFile file([](books::database::Connection& connection) {
+    books::test::WriteTinyBook(connection);
+    connection.Execute("UPDATE item SET valuation = 78 WHERE id = ?", books::test::tiny::kYogurt);
+    const auto post = [&](books::schema::BillClass billClass, int day, books::posting::Id batch,
+                          const char* amount) {
+      books::posting::Document document;
+      document.billClass = billClass;
+      document.number = "P-" + std::to_string(day);
+      document.date = platform::Date::Of(2025, 3, day);
+      books::posting::Entry entry;
+      entry.itemId = books::test::tiny::kYogurt;
+      entry.warehouseId = books::test::tiny::kBranch;
+      entry.batchId = batch;
+      entry.unitId = books::test::tiny::kBottle;
+      entry.quantity = books::database::Quantity::FromInteger(10);
+      entry.unitQuantity = entry.quantity;
+      entry.amount = platform::Currency::FromText(amount);
+      document.entries.push_back(entry);
+      books::posting::Post(connection, document);
+    };
+    post(books::schema::BillClass::kPurchaseReceipt, 1, books::test::tiny::kBatchA, "10");
+    post(books::schema::BillClass::kPurchaseReceipt, 2, books::test::tiny::kBatchB, "30");
+    post(books::schema::BillClass::kSalesIssue, 3, books::test::tiny::kBatchA, "0");
+  });
+  const books::Book book = file.Open();
+  const FilterEntries later = {{"BDate", "2025-03-10"},      {"cmbGroup", 2},
+                               {"BStockNumber", "02"},       {"EStockNumber", "02"},
+                               {"BItemNumber", "01.01.002"}, {"EItemNumber", "01.01.002"}};
+  const auto goods = Fetch(book, "TOVMStockRpt.Data", "GetRpt10412Data", later);
+  const auto batches = Fetch(book, "TOVMStockRpt.Data", "GetRpt10416Data", later);
+  EXPECT_EQ(LinesOf(*goods, {"FBatchNo", "FEndQty"}), (Lines{"A 0", "B 10", "小计 10", "- 10"}));
+  EXPECT_EQ(LinesOf(*batches, {"FBatchNo", "FEndQty"}), (Lines{"B 10", "小计 10", "- 10"}));
 }
 
 // All that the headings can name, for every kind of application and grouping, and what the drill-down reads.
