@@ -52,6 +52,7 @@ void FilterFiller::Fill(FilterSettings settings) {
   left_.clear();
   fieldKeys_.clear();
   failure_.reset();
+  refused_.reset();
   lastMessage_.clear();
 }
 
@@ -70,6 +71,7 @@ void FilterFiller::FillIn(Form& form) {
       Control& field = *found;
       const bool isChoice = field.GetKind() != ControlKind::kText && field.GetKind() != ControlKind::kDate;
       if (isChoice != choices) continue;
+      refused_.emplace(key, text);
       std::optional<platform::Refusal> refused;
       try {
         refused = platform::UserInput(form).Set(field.Id(), ValueFor(field, text));
@@ -80,6 +82,7 @@ void FilterFiller::FillIn(Form& form) {
         Refuse(key + ": the field is " + std::string(platform::ToString(*refused)) +
                " with these conditions");
       }
+      refused_.reset();
     }
   }
 }

@@ -20,6 +20,8 @@ class FilterFiller final : public platform::Screen {
   void Fill(FilterSettings settings);
   // What went wrong with it: a value that a field cannot take (kBadArgument), or the dialog's own refusal.
   const std::optional<platform::Error>& Failure() const { return failure_; }
+  // The setting that its field cannot take, when that was it.
+  const std::optional<std::pair<std::string, std::string>>& Refused() const { return refused_; }
   // What no field of the dialog took, and the keys of the fields that there are.
   const FilterSettings& Left() const { return left_; }
   const std::vector<std::string>& FieldKeys() const { return fieldKeys_; }
@@ -38,6 +40,7 @@ class FilterFiller final : public platform::Screen {
   FilterSettings left_;
   std::vector<std::string> fieldKeys_;
   std::optional<platform::Error> failure_;
+  std::optional<std::pair<std::string, std::string>> refused_;
   std::string lastMessage_;
 };
 

@@ -1,13 +1,14 @@
-// First the columns are measured over a sample of the rows and parted into pages across; then page after page
+// First the columns are measured by their widest cells and parted into pages across; then page after page
 // is drawn, all rows of the first page across, then all rows of the second.
 #include "exports/Pdf.h"
 
-#include <array>
+#include <algorithm>
 #include <memory>
 
 #include <cairo-pdf.h>
 #include <pango/pangocairo.h>
 
+#include "exports/Measures.h"
 #include "exports/PageLayout.h"
 #include "platform/value/Error.h"
 
@@ -24,7 +25,7 @@ constexpr double kPadding = 3;
 constexpr double kNarrowest = 24;
 constexpr double kWidest = 190;
 constexpr double kSmallest = 0.75;  // columns that nearly fit are made smaller down to this
-constexpr std::size_t kSampledRows = 300;
+constexpr std::size_t kMeasuredRows = 100'000;
 constexpr std::size_t kKeyColumns = 2;
 constexpr const char* kFont = "Noto Sans CJK SC";
 
@@ -125,17 +126,37 @@ class Document {
     return static_cast<double>(width) / PANGO_SCALE;
   }
 
+  static Measures MeasuresOf(PangoLayout* layout) {
+    Measures measures;
+    for (unsigned char c = ' '; c < 0x7FU; ++c) {
+      // Several, as a single one may be rounded.
+      constexpr int kTimes = 10;
+      measures.plain[c] = WidthOf(layout, std::string(kTimes, static_cast<char>(c))) / kTimes;
+    }
+    measures.wide = WidthOf(layout, "库");
+    return measures;
+  }
+
+  // What a column's cells need: a figure that is cut would be a wrong one.
+  double WidthOfCells(std::size_t column, const Measures& plain, const Measures& bold) const {
+    const std::size_t rows = sheet_.RowCount();
+    const std::size_t step = std::max<std::size_t>(rows / kMeasuredRows, 1);
+    double width = 0;
+    for (std::size_t row = 0; row < rows; row += step) {
+      const Measures& measures = sheet_.grid.IsSummary(row) ? bold : plain;
+      width = std::max(width, measures.WidthOf(sheet_.grid.Cell(column, row)));
+    }
+    return width;
+  }
+
   void Measure() {
     const auto& columns = sheet_.grid.Columns();
-    const std::size_t rows = sheet_.RowCount();
-    const std::size_t step = std::max<std::size_t>(rows / kSampledRows, 1);
+    const Measures plain = MeasuresOf(plain_.get());
+    const Measures bold = MeasuresOf(bold_.get());
     bool keys = true;
     for (std::size_t i = 0; i < columns.size(); ++i) {
-      double width =
-          std::max(WidthOf(bold_.get(), columns[i].caption), WidthOf(bold_.get(), columns[i].second));
-      for (std::size_t row = 0; row < rows; row += step) {
-        width = std::max(width, WidthOf(plain_.get(), sheet_.grid.Cell(i, row)));
-      }
+      const double width = std::max({WidthOf(bold_.get(), columns[i].caption),
+                                     WidthOf(bold_.get(), columns[i].second), WidthOfCells(i, plain, bold)});
       keys = keys && i < kKeyColumns && columns[i].alignment == Alignment::kLeft;
       columns_.push_back({.width = std::clamp(width + 2 * kPadding, kNarrowest, kWidest),
                           .groupSpan = columns[i].groupSpan,
@@ -275,6 +296,7 @@ class Document {
     const bool summary = sheet_.grid.IsSummary(row);
     const double width = WidthOf(columns);
     if (summary) Fill({0, width}, kLine, kSummaryGround);
+    Line(top_, width);  // the ground may have covered it
     PangoLayout* layout = summary ? bold_.get() : plain_.get();
     double left = 0;
     for (const std::size_t i : columns) {
@@ -311,14 +333,14 @@ bool WritePdf(const std::filesystem::path& file, const Sheet& sheet, const Progr
     throw platform::Error(platform::ErrorNumber::kBadArgument, "exports", "there are no columns to export");
   }
   bool written = false;
+  std::error_code ignored;
   try {
     written = Document(file, sheet, paper).Write(progress);
   } catch (...) {
-    std::error_code ignored;
     std::filesystem::remove(file, ignored);
     throw;
   }
-  if (!written) std::filesystem::remove(file);
+  if (!written) std::filesystem::remove(file, ignored);
   return written;
 }
 

@@ -2,7 +2,8 @@
 // row, merged groups included, is written before the row below it, and a heading is never merged downwards.
 #include "exports/Xlsx.h"
 
-#include <array>
+#include <algorithm>
+#include <cmath>
 #include <memory>
 
 #include <xlsxwriter.h>
@@ -13,9 +14,9 @@ namespace exports {
 namespace {
 
 constexpr std::size_t kRowsOfASheet = 1'000'000;  // a sheet ends at 1,048,576
-constexpr std::size_t kSampledRows = 200;
-constexpr double kNarrowest = 6;  // widths in characters
+constexpr double kNarrowest = 6;                  // widths in characters
 constexpr double kWidest = 40;
+constexpr double kBold = 1.1;  // how much wider a bold text is
 constexpr std::size_t kFrozenColumns = 2;
 
 [[noreturn]] void CannotWrite(const std::filesystem::path& file, const char* reason) {
@@ -49,7 +50,14 @@ double WidthOf(std::string_view text) {
   return width;
 }
 
-const char* NumberFormat(const std::string& type) {
+// Negative ones red; a third section without content hides a zero.
+std::string NumberFormat(const Grid& grid, std::size_t column) {
+  if (const std::optional<int> decimals = grid.DecimalsOf(column)) {
+    std::string figure = "#,##0";
+    if (*decimals > 0) figure += '.' + std::string(static_cast<std::size_t>(*decimals), '0');
+    return figure + ";[Red]-" + figure + (grid.IsEmptyForZero() ? ";" : "");
+  }
+  const std::string& type = grid.Columns()[column].type;
   if (type == "6") return "#,##0.00;[Red]-#,##0.00";
   if (type == "4") return "#,##0.00##;[Red]-#,##0.00##";
   return "#,##0.####;[Red]-#,##0.####";
@@ -83,12 +91,18 @@ class Workbook {
         if (!steps.GoesOn(row)) return false;
         WriteRow(row);
       }
+      SetWidths();
     }
     if (const lxw_error error = Close(); error != LXW_NO_ERROR) CannotWrite(file_, lxw_strerror(error));
     return true;
   }
 
  private:
+  struct Width {
+    double cells = 0;     // of heading and texts, in characters
+    double largest = 0;   // figure, without its sign
+    std::size_t row = 0;  // where that stands
+  };
   struct ColumnFormats {
     lxw_format* plain = nullptr;
     lxw_format* summary = nullptr;
@@ -109,11 +123,11 @@ class Workbook {
     format_set_align(heading_, LXW_ALIGN_CENTER);
     format_set_border(heading_, LXW_BORDER_THIN);
     format_set_bg_color(heading_, 0xEDF1F5);
-    for (const GridColumn& column : sheet_.grid.Columns()) {
+    for (std::size_t i = 0; i < sheet_.grid.Columns().size(); ++i) {
       ColumnFormats formats{.plain = Format(false), .summary = Format(true)};
       for (lxw_format* format : {formats.plain, formats.summary}) {
-        if (column.alignment == Alignment::kRight) {
-          format_set_num_format(format, NumberFormat(column.type));
+        if (sheet_.grid.Columns()[i].alignment == Alignment::kRight) {
+          format_set_num_format(format, NumberFormat(sheet_.grid, i).c_str());
           format_set_align(format, LXW_ALIGN_RIGHT);
         }
       }
@@ -125,7 +139,7 @@ class Workbook {
   void BeginSheet(std::size_t number) {
     page_ = workbook_add_worksheet(book_, SheetName(sheet_.name, number).c_str());
     if (page_ == nullptr) CannotWrite(file_, "the sheet's name is refused");
-    SetWidths();
+    MeasureHeading();
     line_ = 0;
     Text(0, sheet_.name, name_);
     ++line_;
@@ -142,15 +156,21 @@ class Workbook {
     worksheet_fit_to_pages(page_, 1, 0);
   }
 
+  void MeasureHeading() {
+    widths_.clear();
+    for (const GridColumn& column : sheet_.grid.Columns()) {
+      widths_.push_back({.cells = std::max(WidthOf(column.caption), WidthOf(column.second))});
+    }
+  }
+
+  // A figure that finds no room shows as ####: the largest one counts, wherever it stands.
   void SetWidths() {
-    const auto& columns = sheet_.grid.Columns();
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-      double width = std::max(WidthOf(columns[i].caption), WidthOf(columns[i].second));
-      for (std::size_t row = 0; row < std::min(sheet_.RowCount(), kSampledRows); ++row) {
-        width = std::max(width, WidthOf(sheet_.grid.Cell(i, row)));
-      }
+    for (std::size_t i = 0; i < widths_.size(); ++i) {
+      const Width& width = widths_[i];
+      double wanted = width.cells;
+      if (width.largest > 0) wanted = std::max(wanted, 1 + WidthOf(sheet_.grid.Cell(i, width.row)));
       const auto at = static_cast<lxw_col_t>(i);
-      worksheet_set_column(page_, at, at, std::clamp(width, kNarrowest, kWidest) + 2, nullptr);
+      worksheet_set_column(page_, at, at, std::clamp(wanted, kNarrowest, kWidest) * kBold + 1, nullptr);
     }
   }
 
@@ -186,8 +206,14 @@ class Workbook {
       lxw_format* format = summary ? formats_[i].summary : formats_[i].plain;
       if (const std::optional<double> number = sheet_.grid.Number(i, row)) {
         worksheet_write_number(page_, line_, static_cast<lxw_col_t>(i), *number, format);
+        if (std::abs(*number) > widths_[i].largest) {
+          widths_[i].largest = std::abs(*number);
+          widths_[i].row = row;
+        }
       } else {
-        Text(i, sheet_.grid.Cell(i, row), format);
+        const std::string text = sheet_.grid.Cell(i, row);
+        widths_[i].cells = std::max(widths_[i].cells, WidthOf(text));
+        Text(i, text, format);
       }
     }
     ++line_;
@@ -209,6 +235,7 @@ class Workbook {
   lxw_format* name_ = nullptr;
   lxw_format* heading_ = nullptr;
   std::vector<ColumnFormats> formats_;
+  std::vector<Width> widths_;
   const std::string none_;
 };
 

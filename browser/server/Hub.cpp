@@ -49,7 +49,7 @@ std::shared_ptr<LiveSession> Hub::Join(const std::shared_ptr<PageLink>& page, co
     return session;
   } catch (const platform::Error& error) {
     spdlog::error("{}", error.Description());
-    TurnAway(*page, hello, "后台进程无法启动，请稍后重试。");
+    TurnAway(*page, hello, "报表程序启动不了，请稍后重试。");
     return nullptr;
   }
 }

@@ -17,9 +17,9 @@ constexpr std::chrono::seconds kPingEvery{5};
 // A page that sends on while its worker reads nothing is stopped here.
 constexpr std::size_t kMostWaiting = 4UL * 1024 * 1024;
 
-constexpr const char* kCrashed = "后台进程意外结束，打开的报表和窗口已经丢失。请重新开始；其他用户不受影响。";
-constexpr const char* kHangs = "后台进程暂时没有回应。可以继续等待，也可以重新开始。";
-constexpr const char* kCannotStart = "后台进程无法启动，请稍后重试。";
+constexpr const char* kCrashed = "报表程序意外中止，打开的报表已丢失。请重新开始；其他用户不受影响。";
+constexpr const char* kHangs = "报表程序暂时没有响应。可以再等一会儿，也可以重新开始。";
+constexpr const char* kCannotStart = "报表程序启动不了，请稍后重试。";
 
 }  // namespace
 

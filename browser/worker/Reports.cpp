@@ -72,6 +72,17 @@ Json Columns(Object& object, const Recordset& rows) {
   return columns;
 }
 
+// What is wrong with the conditions of an address, in a clerk's words.
+std::optional<std::string> FillingFailure(const desk::FilterFiller& filler) {
+  if (filler.Refused()) {
+    return "地址里的过滤条件 " + filler.Refused()->first + "=" + filler.Refused()->second +
+           " 用不上。请从左侧打开报表，在过滤窗口里填写。";
+  }
+  if (filler.Failure()) return filler.Failure()->Description();
+  if (!filler.Left().empty()) return "没有这个过滤条件：" + filler.Left().front().first;
+  return std::nullopt;
+}
+
 }  // namespace
 
 platform::ComponentClass Reports::ClassOf(std::string_view programmaticId) const {
@@ -106,12 +117,21 @@ OpenReport& Reports::Add(const std::string& programmaticId, Ref<Object> object) 
   return report;
 }
 
+Ref<Object> MakeReport(const platform::ComponentClass& served) {
+  try {
+    return platform::CreateObject(served.programmaticId);
+  } catch (const platform::Error& error) {
+    if (error.Number() != platform::ErrorNumber::kCannotCreate) throw;
+    throw RefusedMessage("failed", "本版本还没有“" + std::string(served.title) + "”，请选择其他报表。");
+  }
+}
+
 void Reports::Open(const Command& command) {
   if (reports_.size() >= kMostReports) {
     throw RefusedMessage("failed", "打开的报表太多，请先关闭一些。", command.id);
   }
-  const std::string programmaticId(ClassOf(command.Text("programmaticId")).programmaticId);
-  OpenReport& report = Add(programmaticId, platform::CreateObject(programmaticId));
+  const platform::ComponentClass served = ClassOf(command.Text("programmaticId"));
+  OpenReport& report = Add(std::string(served.programmaticId), MakeReport(served));
   try {
     if (command.Has("noFilter") && command.body["noFilter"].get<bool>()) report.object->Put("NoFilter", true);
     if (command.Has("filter")) {
@@ -149,9 +169,8 @@ bool Reports::RunDialog(OpenReport& report) {
   report.object->Call("ShowFilter");
   const std::optional<LeftDialog> left = screen_.TakeLeft();
   std::optional<std::string> failure = screen_.TakeDialogError();
-  if (filled && screen_.Filler().Failure()) failure = screen_.Filler().Failure()->Description();
-  if (filled && !failure && !screen_.Filler().Left().empty()) {
-    failure = "没有这个过滤条件：" + screen_.Filler().Left().front().first;
+  if (filled) {
+    if (std::optional<std::string> failed = FillingFailure(screen_.Filler())) failure = std::move(failed);
   }
   const Outcome outcome = OutcomeOf(*report.object);
   if (failure || !outcome.ok) {

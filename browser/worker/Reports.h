@@ -26,6 +26,10 @@ struct OpenReport {
   Json told;                    // the reportReady of these rows
 };
 
+// A new report object. A class that the component names but does not make raises RefusedMessage with a
+// clerk's words.
+platform::Ref<platform::Object> MakeReport(const platform::ComponentClass& served);
+
 // The report objects of a session. What becomes of a report is told to the page; a command that cannot be
 // carried out raises RefusedMessage or platform::Error.
 class Reports {

@@ -17,13 +17,6 @@ using platform::Error;
 // Errors of the hands on a form, told apart from errors of the form's own events.
 bool IsRefusal(const Error& error) { return error.Source() == "UserInput"; }
 
-std::int32_t DecimalsOf(desk::Backend& book, const char* key, std::int32_t standard) {
-  const platform::Variant value = book.Profile("IC", key);
-  if (!platform::IsNumeric(value)) return standard;
-  const std::int32_t decimals = platform::ToInt32(value);
-  return decimals < 0 || decimals > 8 ? standard : decimals;
-}
-
 }  // namespace
 
 Session::Session(const WorkerOptions& options)
@@ -147,6 +140,8 @@ std::optional<std::string> Session::Perform(const Command& command) {
       Teller{"find", &Session::Find},
       Teller{"sum", &Session::Sum},
       Teller{"explain", &Session::Explain},
+      Teller{"exportReport", &Session::ExportReport},
+      Teller{"readExport", &Session::ReadExport},
       Teller{"queryLookup", &Session::QueryLookup},
       Teller{"getPreference", &Session::GetPreference},
   };
@@ -170,6 +165,7 @@ std::optional<std::string> Session::Perform(const Command& command) {
       Doer{"schemeAction", [](Session& session, const Command& it) { session.SchemeAction(it); }},
       Doer{"answer", [](Session& session, const Command& it) { session.Answer(it); }},
       Doer{"cancelProgress", [](Session& session, const Command&) { session.screen_.CancelProgress(); }},
+      Doer{"cancelExport", [](Session& session, const Command&) { session.CancelExport(); }},
       Doer{"setPreference", [](Session& session, const Command& it) { session.SetPreference(it); }},
   };
   for (const Teller& teller : kTellers) {
@@ -186,14 +182,17 @@ std::optional<std::string> Session::Perform(const Command& command) {
 
 // The parent sends what it knows of the page; the worker completes the welcome and tells what is open.
 void Session::Attach(const std::string& text) {
+  // The page that waited for a file is gone.
+  CancelExport();
   Json welcome = Json::parse(text);
   const platform::Variant company = book_->Profile("Base", "CompanyName");
   const platform::Ref<platform::Dictionary> store = platform::ProcessStore();
   welcome["companyName"] = company.IsText() ? platform::ToText(company) : std::string();
   welcome["restricted"] = book_->NeedRight();
-  welcome["quantityDecimals"] = DecimalsOf(*book_, "QtyDecimal", 2);
-  welcome["priceDecimals"] = DecimalsOf(*book_, "PriceDecimal", 4);
-  welcome["amountDecimals"] = DecimalsOf(*book_, "AmountDecimal", 2);
+  const exports::Decimals decimals = DecimalsOf(*book_);
+  welcome["quantityDecimals"] = decimals.quantity;
+  welcome["priceDecimals"] = decimals.price;
+  welcome["amountDecimals"] = decimals.amount;
   welcome["appType"] = store ? platform::ToInt32(store->Lookup("AppType", platform::Variant(2))) : 2;
   wire_.Send(FrameKind::kAttach, ToText(welcome));
   reports_.TellAll();

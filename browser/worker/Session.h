@@ -8,6 +8,7 @@
 
 #include "browser/protocol/Command.h"
 #include "browser/wire/Wire.h"
+#include "browser/worker/ExportFile.h"
 #include "browser/worker/PageScreen.h"
 #include "browser/worker/Reports.h"
 #include "browser/worker/Windows.h"
@@ -62,6 +63,13 @@ class Session {
   std::string Explain(const Command& command);
   Json Rights();
 
+  // Files, in ExportCommands.cpp.
+  std::string ExportReport(const Command& command);
+  std::string ReadExport(const Command& command);
+  void CancelExport();
+  // False once the page has cancelled; lets in meanwhile what may come in.
+  bool ExportGoesOn(std::int32_t report, std::size_t done, std::size_t all);
+
   // Base data and preferences, in DataCommands.cpp.
   std::string ListReports(const Command& command);
   std::string QueryLookup(const Command& command);
@@ -79,6 +87,9 @@ class Session {
   Reports reports_;
   std::deque<Frame> deferred_;  // came while no form could look at it
   bool busy_ = false;           // an idle command is under way
+  std::optional<ExportFile> export_;
+  std::int32_t lastExport_ = 0;
+  bool exportCancelled_ = false;
 };
 
 }  // namespace browser

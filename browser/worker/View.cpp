@@ -32,6 +32,13 @@ View::View(Ref<Recordset> rows) : rows_(std::move(rows)) {
   if (summaryField_ && !IsNumber(rows_->Fields()[*summaryField_].type)) summaryField_.reset();
 }
 
+std::vector<std::uint32_t> View::RowNumbers() const {
+  if (!inOrder_) return order_;
+  std::vector<std::uint32_t> numbers(rows_->ViewCount());
+  for (std::size_t i = 0; i < numbers.size(); ++i) numbers[i] = static_cast<std::uint32_t>(rows_->RowAt(i));
+  return numbers;
+}
+
 bool View::IsSummary(std::size_t row) const {
   return summaryField_ && rows_->DoubleAt(*summaryField_, row) > 0;
 }

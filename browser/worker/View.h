@@ -39,6 +39,8 @@ class View {
   std::size_t RowAt(std::size_t position) const {
     return inOrder_ ? rows_->RowAt(position) : order_[position];
   }
+  // All of them in order, whatever becomes of the view.
+  std::vector<std::uint32_t> RowNumbers() const;
   bool IsSummary(std::size_t row) const;
 
   // Without sort keys and text the report's own order. The text is looked for in the columns named, letters

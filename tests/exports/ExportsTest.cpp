@@ -1,9 +1,11 @@
 // The same small sheet as CSV, workbook and pages: what is seen is what is written.
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <limits>
 #include <sstream>
 
 #include <gmock/gmock.h>
@@ -171,6 +173,106 @@ TEST_F(Exports, LeaveNoFileWhenTheyAreStopped) {
   EXPECT_FALSE(std::filesystem::exists(file_));
   EXPECT_FALSE(exports::WritePdf(file_, SheetOf(), stop));
   EXPECT_FALSE(std::filesystem::exists(file_));
+}
+
+TEST_F(Exports, FollowTheReadersArrangement) {
+  grid_.emplace(*header_, *rows_,
+                exports::Arrangement{.fields = {"FBal", "FName", "FQty", "FSecret", "FNone"},
+                                     .rows = {1, 0},
+                                     .decimals = {.quantity = 0, .price = 4, .amount = 2},
+                                     .emptyForZero = false});
+  ASSERT_EQ(grid_->Columns().size(), 4U);
+  EXPECT_EQ(grid_->Columns()[0].group, "结存");
+  EXPECT_EQ(grid_->Columns()[0].groupSpan, 1U);
+  EXPECT_EQ(grid_->Columns()[2].group, "结存");
+  EXPECT_EQ(grid_->Columns()[3].caption, "暗");
+  EXPECT_EQ(grid_->Cell(0, 0), "-0.05");
+  EXPECT_EQ(grid_->Cell(0, 1), "1,234.50");
+  EXPECT_EQ(grid_->Cell(2, 0), "-3");
+  EXPECT_EQ(grid_->Cell(2, 1), "3");
+  EXPECT_TRUE(exports::WriteXlsx(file_, SheetOf()));
+  EXPECT_THAT(PartOfWorkbook("xl/styles.xml"), HasSubstr("#,##0.00;[Red]-#,##0.00\""));
+}
+
+struct Figure {
+  const char* name;
+  platform::Variant value;
+  int decimals;
+  std::string shown;
+};
+
+TEST_F(Exports, ShowFiguresAsTheScreenDoes) {
+  const std::vector<Figure> cases = {
+      {"thousands", 1234567.891, 2, "1,234,567.89"},
+      {"no decimals", 999.5, 0, "1,000"},
+      {"a half goes away from zero", 1.005, 2, "1.01"},
+      {"a negative half too", -2.5, 0, "-3"},
+      {"carried on", 999.999, 2, "1,000.00"},
+      {"small", 0.00001, 4, "0.0000"},
+      {"no sign on a zero", -0.004, 2, "0.00"},
+      {"large", 1e21, 0, "1,000,000,000,000,000,000,000"},
+      {"zero is empty", 0.0, 2, ""},
+      {"no number", std::numeric_limits<double>::quiet_NaN(), 2, ""},
+      {"null", platform::Null{}, 2, ""},
+  };
+  for (const Figure& one : cases) {
+    const Ref<Recordset> rows = MakeRef<Recordset>();
+    rows->AppendField("FQty", FieldType::kDouble);
+    rows->Open();
+    rows->AddNew();
+    rows->SetValue(0, one.value);
+    rows->Update();
+    const exports::Grid grid(*header_, *rows,
+                             {.fields = {"FQty"},
+                              .rows = {0},
+                              .decimals = {.quantity = one.decimals, .price = 0, .amount = 0},
+                              .emptyForZero = true});
+    EXPECT_EQ(grid.Cell(0, 0), one.shown) << one.name;
+  }
+}
+
+TEST_F(Exports, ForbiddenColumnsAreInNoArrangement) {
+  const Ref<Vector> header = HeaderOf({{"名$", "", "1", "FName"}, {"禁$", "", "1", "FSecret", true, true}});
+  const exports::Grid grid(
+      *header, *rows_, {.fields = {"FSecret", "FName"}, .rows = {}, .decimals = {}, .emptyForZero = false});
+  ASSERT_EQ(grid.Columns().size(), 1U);
+  EXPECT_EQ(grid.Columns()[0].field, "FName");
+}
+
+// Of a column, as the workbook gives it.
+double WidthIn(const std::string& sheet, int column) {
+  const std::string begin = "<col min=\"" + std::to_string(column) + "\"";
+  const std::size_t at = sheet.find("width=\"", sheet.find(begin));
+  return std::stod(sheet.substr(at + 7));
+}
+
+TEST_F(Exports, GiveALateLargeFigureItsRoom) {
+  EXPECT_TRUE(exports::WriteXlsx(file_, SheetOf()));
+  const double before = WidthIn(PartOfWorkbook("xl/worksheets/sheet1.xml"), 3);
+  for (int i = 0; i < 1500; ++i) Add("盐", 1, Currency::FromUnits(10000), 0);
+  Add("全部", 123456789012.0, Currency::FromUnits(1234567890120000), 1);
+  EXPECT_TRUE(exports::WriteXlsx(file_, SheetOf()));
+  EXPECT_GT(WidthIn(PartOfWorkbook("xl/worksheets/sheet1.xml"), 3), std::max(before, 15.0));
+}
+
+TEST_F(Exports, CutNoFigureOnPaper) {
+  for (int i = 0; i < 1500; ++i) Add("盐", 1, Currency::FromUnits(10000), 0);
+  Add("全部", 123456789012.0, Currency::FromUnits(1234567890120000), 1);
+  std::vector<std::uint32_t> all(static_cast<std::size_t>(rows_->RecordCount()));
+  for (std::size_t i = 0; i < all.size(); ++i) all[i] = static_cast<std::uint32_t>(i);
+  grid_.emplace(*header_, *rows_,
+                exports::Arrangement{
+                    .fields = {"FName", "FQty", "FBal"}, .rows = all, .decimals = {}, .emptyForZero = false});
+  EXPECT_TRUE(exports::WritePdf(file_, SheetOf()));
+  FILE* pipe = popen(("pdftotext -raw " + file_.string() + " -").c_str(), "r");
+  std::string text;
+  std::array<char, 4096> buffer{};
+  while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), pipe)) {
+    text.append(buffer.data(), count);
+  }
+  if (pclose(pipe) != 0) GTEST_SKIP() << "pdftotext is not here";
+  EXPECT_THAT(text, HasSubstr("123,456,789,012.00"));
+  EXPECT_THAT(text, Not(HasSubstr("…")));
 }
 
 TEST_F(Exports, RefuseAFolderThatIsNotThere) {

@@ -1,4 +1,5 @@
 // The over and short stock report from the list to paper, in a real browser against a real server.
+import { execFileSync } from "node:child_process";
 import { readFileSync } from "node:fs";
 import { afterAll, afterEach, beforeAll, beforeEach, describe, expect, it } from "vitest";
 import axe from "axe-core";
@@ -43,6 +44,11 @@ async function openReport(): Promise<void> {
   await named("cmdOK").click();
   await grid().waitFor();
   await cell(0, "FItemNumber").filter({ hasText: /\d/ }).waitFor();
+}
+async function exported(entry: string) {
+  await named("toolExport").click();
+  const [download] = await Promise.all([page().waitForEvent("download"), named(entry).click()]);
+  return download;
 }
 async function seriousFindings(): Promise<string[]> {
   await page().waitForTimeout(350);
@@ -252,11 +258,59 @@ describe("on paper and in files", () => {
   it("exports what is seen as CSV", async () => {
     await openReport();
     const count = await rowsShown();
-    const [download] = await Promise.all([page().waitForEvent("download"), named("toolCsv").click()]);
+    const download = await exported("toolCsv");
     expect(download.suggestedFilename()).toBe("商品超储短缺表.csv");
     const text = readFileSync(await download.path(), "utf8");
     expect(text.startsWith("\uFEFF商品代码,商品名称,")).toBe(true);
     expect(text.trimEnd().split("\r\n")).toHaveLength(count + 1);
+  });
+  it("exports what is seen as a workbook: columns and rows as they are arranged", async () => {
+    await openReport();
+    const count = await rowsShown();
+    await named("toolColumns").click();
+    await named("column.FModel").click();
+    await named("columnsClose").click();
+    await expect.poll(() => page().locator("[data-head-field=FModel]").count()).toBe(0);
+    const head = page().locator("[data-head-field=FItemNumber] span");
+    await head.click();
+    await head.click();
+    await page().locator("[data-head-field=FItemNumber][aria-sort=descending]").waitFor();
+    await cell(0, "FItemNumber").filter({ hasText: /\d/ }).waitFor();
+    const first = (await cell(0, "FItemNumber").textContent())!;
+    const heads = await page().locator(".grid-heading.leaf span").allTextContents();
+    const download = await exported("toolXlsx");
+    expect(download.suggestedFilename()).toBe("商品超储短缺表.xlsx");
+    const file = await download.path();
+    expect(readFileSync(file).subarray(0, 4).toString("latin1")).toBe("PK\x03\x04");
+    const sheet = execFileSync("python3", ["-c", "import sys, zipfile; sys.stdout.buffer.write(zipfile.ZipFile(sys.argv[1]).read('xl/worksheets/sheet1.xml'))", file], { encoding: "utf8", maxBuffer: 1 << 26 });
+    const lines = [...sheet.matchAll(/<row [^>]*>(.*?)<\/row>/gs)].map(([, line]) => [...line!.matchAll(/<c [^>]*?(?:\/>|>(.*?)<\/c>)/gs)].map(([, value]) => (value ?? "").replace(/<[^>]*>/g, "")));
+    expect(lines.map((line) => line[0]).slice(0, 3)).toEqual(["商品超储短缺表", "商品代码[全部]", "仓库代码[全部]"]);
+    expect(lines[3]).toEqual(heads);
+    expect(lines[3]).not.toContain("规格型号");
+    expect(lines).toHaveLength(4 + count);
+    expect(lines[4]![0]).toBe(first);
+    await named("toolColumns").click();
+    await named("columnsReset").click();
+    await named("columnsClose").click();
+  });
+  it("exports pages as PDF", async () => {
+    await openReport();
+    const download = await exported("toolPdf");
+    expect(download.suggestedFilename()).toBe("商品超储短缺表.pdf");
+    const bytes = readFileSync(await download.path()).toString("latin1");
+    expect(bytes.startsWith("%PDF-")).toBe(true);
+    expect(bytes.match(/\/Type \/Page\b/g)!.length).toBeGreaterThan(0);
+  });
+  it("the menu of formats works by keys alone", async () => {
+    await openReport();
+    await named("toolExport").press("ArrowDown");
+    await page().locator("[data-name=toolCsv]:focus").waitFor();
+    await page().keyboard.press("ArrowDown");
+    await page().locator("[data-name=toolXlsx]:focus").waitFor();
+    expect(await seriousFindings()).toEqual([]);
+    await page().keyboard.press("Escape");
+    await page().locator("[data-name=toolExport]:focus").waitFor();
+    expect(await named("toolCsv").count()).toBe(0);
   });
   it("shows sheets with repeated headings and page numbers", async () => {
     await openReport();

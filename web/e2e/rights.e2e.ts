@@ -49,6 +49,7 @@ describe("signing in", () => {
   it("a wrong password is refused with a word", async () => {
     await signIn(clerk, "小王", "falsch");
     await clerk.page.locator("[role=alert]").waitFor();
+    await clerk.page.locator("[data-name=password]:focus").waitFor();
     expect(await clerk.page.locator("[data-name=reportSearch]").count()).toBe(0);
   });
   it("two clerks see their own rows side by side", async () => {

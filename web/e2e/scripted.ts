@@ -9,6 +9,8 @@ const kDist = join(process.cwd(), "dist");
 const kKinds: Record<string, string> = { ".html": "text/html", ".js": "text/javascript", ".css": "text/css", ".svg": "image/svg+xml", ".png": "image/png" };
 export const kOrigin = "http://localhost:18999";
 
+export const kFile = "%PDF-1.7 scripted";
+
 export interface Script {
   columns: number;
   rows: number;
@@ -100,6 +102,10 @@ export class ScriptedSession {
         return this.tell({ type: "rows", re, report: 1, start: command.start, fields: command.fields, summary, values });
       }
       case "setView": return this.tell({ type: "view", re, report: 1, rowCount: this.script.rows });
+      case "exportReport":
+        this.tell({ type: "exportProgress", report: 1, done: 0, all: this.script.rows });
+        return this.tell({ type: "exported", re, report: 1, export: 1, size: kFile.length });
+      case "readExport": return this.tell({ type: "exportPart", re, export: 1, start: command.start, data: btoa(kFile), more: false });
       case "getPreference": return this.tell({ type: "preference", re, key: command.key, value: this.preferences.get(command.key) ?? null });
       case "setPreference": this.preferences.set(command.key, command.value); break;
       case "sum": return this.tell({ type: "sums", re, report: 1, sums: command.fields.map((field) => ({ field, count: command.count, sum: "12.5", average: 1 })) });

@@ -23,8 +23,9 @@ export class Server {
   address = "";
   private process: ChildProcess | null = null;
 
-  constructor() {
-    run(["demo", this.book, "--size", "small", "--quiet"]);
+  // With what `demo` takes for the size of the book.
+  constructor(...size: string[]) {
+    run(["demo", this.book, ...(size.length > 0 ? size : ["--size", "small"]), "--quiet"]);
   }
 
   async start(...options: string[]): Promise<void> {

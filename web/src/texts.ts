@@ -8,8 +8,8 @@ export const t = {
   unreachable: "连接不上服务器。请检查网络，然后重试。", retry: "重试",
   ended: { idle: "会话因长时间未操作已结束。", logout: "您已退出。", replaced: "此会话已在另一个窗口中打开。", shutdown: "服务器正在关闭。" } as Record<string, string>,
   startAgain: "重新开始",
-  crashed: "报表程序意外中止，打开的报表已丢失。其他用户不受影响。",
-  hangs: "报表程序暂时没有响应。可以再等一会儿，或重新开始（打开的报表会丢失）。",
+  crashed: "报表程序意外中止", crashedText: "打开的报表已经丢失；账套数据和其他用户不受影响。",
+  hangs: "报表程序暂时没有响应", hangsText: "可以再等一会儿；重新开始的话，打开的报表会丢失。",
   // list
   reports: "报表", searchReports: "名称、编号或拼音首字母", favourites: "收藏", recent: "最近使用",
   addFavourite: "加入收藏", removeFavourite: "取消收藏", noneFound: "没有找到报表", notAvailable: "本版本未提供",
@@ -20,7 +20,8 @@ export const t = {
   unknownReport: (number: string) => `没有编号为 ${number} 的报表。`,
   // report
   filterAgain: "过滤", refresh: "刷新", quickFilter: "快速筛选", find: "查找", findNext: "下一个", findPrevious: "上一个", notFound: "没有找到",
-  columns: "列设置", copy: "复制", print: "打印", exportCsv: "导出 CSV", exporting: "正在导出", cancel: "取消", ok: "确定", close: "关闭", explain: "数据说明",
+  columns: "列设置", copy: "复制", print: "打印", exportMenu: "导出", exportCsv: "CSV 文件", exportXlsx: "Excel 工作簿", exportPdf: "PDF 文件",
+  exporting: { csv: "正在导出 CSV", xlsx: "正在导出 Excel", pdf: "正在导出 PDF" }, exportBusy: "上一个文件还在导出，请等它完成或先取消。", cancel: "取消", ok: "确定", close: "关闭", explain: "数据说明",
   zeroEmpty: "零不显示", resetColumns: "恢复默认", moveUp: "上移", moveDown: "下移",
   emptyTitle: "没有符合条件的数据", emptyText: "可以放宽过滤条件再试。", emptyFiltered: "快速筛选没有留下任何行", clearQuick: "清除筛选",
   loadFailed: "数据没有读到。", ledger: { first: "第一个", previous: "上一个", next: "下一个", last: "最后一个" }, findItem: "商品代码", goTo: "转到", detail: "明细",
@@ -39,7 +40,7 @@ export const t = {
   badDate: "日期不对，请按 2026-11-05 的样子输入四位年份。", search: "搜索", lookupKeys: "输入编号、名称或拼音首字母；↑↓ 选择，回车确定，Esc 取消", progress: "请稍候", stepUp: "增加", stepDown: "减少",
   // print
   paper: "纸张", printPages: (count: number) => `共 ${count} 页`, pageOf: (page: number, count: number) => `第 ${page} 页 / 共 ${count} 页`, preparingPrint: "正在准备打印…",
-  printTooLong: (rows: number) => `打印预览最多 ${rows.toLocaleString("zh-CN")} 行。请缩小过滤范围，或导出后打印。`, printedAt: "打印时间",
+  printAsPdf: (rows: number) => `超过 ${rows.toLocaleString("zh-CN")} 行，不做预览，直接生成 PDF 文件；打开后打印。`, printedAt: "打印时间",
   guideSearch: "在说明中查找", guideMissing: "说明里没有找到。",
   answers: { ok: "确定(&O)", cancel: "取消(&C)", yes: "是(&Y)", no: "否(&N)" },
 } as const;

@@ -228,7 +228,7 @@ TEST(Data10414, OutlivesTheBook) {
   {
     const books::Book book = books::Book::Open(small.File());
     data = book.CreateComponent("TOVMStockRpt.Data10414");
-    EXPECT_FALSE(book.CreateComponent("TOVMStockRpt.Data302"));
+    EXPECT_FALSE(book.CreateComponent("TOVMStockRpt.Data999"));
   }
   Variant none(nullptr);
   EXPECT_EQ(data->Call("GetRpt10414Data", "", none).AsRef<Recordset>()->RecordCount(), 4);

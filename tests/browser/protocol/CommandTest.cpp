@@ -32,6 +32,8 @@ TEST(Command, TakesDeclaredMessages) {
       {"word", R"({"type":"answer","message":1,"answer":"yes"})", "answer", When::kMessage},
       {"sort keys", R"({"type":"setView","report":1,"sort":[{"field":"FQty","descending":true}]})", "setView",
        When::kAny},
+      {"export", R"({"type":"exportReport","report":1,"format":"pdf","fields":["FQty"],"emptyForZero":true})",
+       "exportReport", When::kIdle},
       {"any value", R"({"type":"setPreference","key":"k","value":{"a":[1,null]}})", "setPreference",
        When::kAny},
   };

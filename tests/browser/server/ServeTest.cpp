@@ -137,6 +137,9 @@ TEST_F(Serve, AnAddressOpensAReportWithoutItsDialog) {
   page.Do("openReport", {{"programmaticId", kReport}, {"filter", {{"NoSuchKey", "1"}}}});
   ASSERT_FALSE(page.Passed().empty());
   EXPECT_THAT(page.Passed().back().dump(), HasSubstr("没有这个过滤条件：NoSuchKey"));
+  page.Do("openReport", {{"programmaticId", kReport}, {"filter", {{"cboSort", "99"}}}});
+  ASSERT_FALSE(page.Passed().empty());
+  EXPECT_THAT(page.Passed().back().dump(), HasSubstr("地址里的过滤条件 cboSort=99 用不上。"));
 }
 
 TEST_F(Serve, ALookupFillsAField) {

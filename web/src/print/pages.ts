@@ -14,6 +14,9 @@ export const kPapers: Record<string, Paper> = {
   "A3 横向": { width: 420, height: 297, margin: 12 },
 };
 
+// More rows than these make more sheets than a browser prints in reasonable time.
+export const kMostPrinted = 5000;
+
 const kMillimetresAPixel = 25.4 / 96;
 const kScale = 0.82; // print is read from nearer than a screen
 

@@ -34,8 +34,7 @@ export class Connection {
       socket.onclose = () => {
         if (this.socket !== socket) return;
         this.socket = null;
-        for (const one of this.waiting.values()) one.reject(new LineBroken());
-        this.waiting.clear();
+        this.breakOff();
         reject(new LineBroken());
         this.onClosed();
       };
@@ -46,6 +45,12 @@ export class Connection {
     const socket = this.socket;
     this.socket = null;
     socket?.close();
+  }
+
+  // Nobody will answer any more what was asked so far.
+  breakOff(): void {
+    for (const one of this.waiting.values()) one.reject(new LineBroken());
+    this.waiting.clear();
   }
 
   ask<T extends Command["type"]>(type: T, fields: CommandOf<T>): Promise<Replies[T]> {

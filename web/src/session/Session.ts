@@ -21,7 +21,10 @@ export class Session {
   onNotice: (text: string) => void = () => {};
 
   constructor() {
-    this.line.onMessage = (message) => apply(this.state, message);
+    this.line.onMessage = (message) => {
+      apply(this.state, message);
+      if (message.type === "workerFailed" && message.state === "crashed") this.line.breakOff();
+    };
     this.line.onClosed = () => void this.reconnect();
   }
 
@@ -59,6 +62,7 @@ export class Session {
 
   // Starts a new worker after a crash or while the present one hangs.
   async restart(): Promise<void> {
+    this.line.breakOff(); // the worker that was asked goes
     const welcome = await this.line.ask("restart", {});
     sessionStorage.setItem(kSessionKey, welcome.session);
     await this.line.ask("listReports", {});
@@ -76,7 +80,8 @@ export class Session {
     try {
       await this.line.ask("openReport", { programmaticId: report.programmaticId, ...(filter ? { filter } : {}) });
     } catch (error) {
-      this.tell(error);
+      if (error instanceof CommandError && error.reply.code === "failed") this.state.failure = { programmaticId: report.programmaticId, text: error.message };
+      if (this.state.active !== 0 || !this.state.failure) this.tell(error); // else the start page says it, and keeps saying it
     } finally {
       this.state.opening = "";
     }

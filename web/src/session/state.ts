@@ -24,7 +24,6 @@ export interface SessionState {
   line: Line;
   endReason: string;
   worker: "works" | "crashed" | "hangs";
-  workerText: string;
   welcome: WelcomeMessage | null;
   groups: ReportGroup[];
   windows: OpenWindow[];
@@ -33,12 +32,13 @@ export interface SessionState {
   failure: { programmaticId: string; text: string } | null;
   opening: string; // programmatic id of the report that is being opened
   busy: boolean; // hourglass
+  exporting: { report: number; done: number; all: number } | null; // the file that is being written
 }
 
 export function newState(): SessionState {
   return reactive({
-    line: "starting", endReason: "", worker: "works", workerText: "", welcome: null, groups: [],
-    windows: [], tabs: [], active: 0, failure: null, opening: "", busy: false,
+    line: "starting", endReason: "", worker: "works", welcome: null, groups: [],
+    windows: [], tabs: [], active: 0, failure: null, opening: "", busy: false, exporting: null,
   });
 }
 
@@ -52,6 +52,7 @@ export function clearOpen(state: SessionState): void {
   state.active = 0;
   state.opening = "";
   state.busy = false;
+  state.exporting = null;
 }
 
 function changeForm(form: OpenForm, change: FormChangedMessage): void {
@@ -125,9 +126,9 @@ export function apply(state: SessionState, message: Message): void {
       break;
     }
     case "reportClosed": dropReport(state, message.report); break;
+    case "exportProgress": state.exporting = { report: message.report, done: message.done, all: message.all }; break;
     case "workerFailed":
       state.worker = message.state === "answers" ? "works" : message.state;
-      state.workerText = message.text;
       break;
     case "sessionEnded":
       state.line = "ended";

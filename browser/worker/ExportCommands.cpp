@@ -1,0 +1,104 @@
+// Files for spreadsheets and paper. Writing one is the session's work for as long as it takes, like a fetch:
+// what only reads is served meanwhile, everything else waits.
+#include <algorithm>
+
+#include "browser/worker/Session.h"
+#include "platform/rows/Vector.h"
+
+namespace browser {
+namespace {
+
+using platform::Ref;
+using platform::Vector;
+
+constexpr std::size_t kMostFields = 400;
+
+std::vector<std::string> TitleLines(const OpenReport& report) {
+  std::vector<Json> lines(report.told["title"].begin(), report.told["title"].end());
+  std::ranges::stable_sort(lines, {}, [](const Json& line) { return line["index"].get<int>(); });
+  std::vector<std::string> texts;
+  texts.reserve(lines.size());
+  for (const Json& line : lines) texts.push_back(line["caption"].get<std::string>());
+  return texts;
+}
+
+// The present view as the page shows it.
+exports::Grid GridOf(const OpenReport& report, const Command& command, const exports::Decimals& decimals) {
+  const auto fields = command.body["fields"].get<std::vector<std::string>>();
+  if (fields.empty() || fields.size() > kMostFields) {
+    throw RefusedMessage("fields", "fields must name from 1 to " + std::to_string(kMostFields) + " columns",
+                         command.id);
+  }
+  const Ref<Vector> header = report.object->Get("Header").AsRef<Vector>();
+  if (!header) throw RefusedMessage("failed", "这个报表还没有数据。", command.id);
+  const bool emptyForZero = command.Has("emptyForZero") && command.body["emptyForZero"].get<bool>();
+  exports::Grid grid(*header, report.view->Rows(),
+                     {.fields = fields,
+                      .rows = report.view->RowNumbers(),
+                      .decimals = decimals,
+                      .emptyForZero = emptyForZero});
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    const bool shown = i < grid.Columns().size() && grid.Columns()[i].field == fields[i];
+    if (!shown) throw RefusedMessage("failed", "没有这一列：" + fields[i], command.id);
+  }
+  return grid;
+}
+
+}  // namespace
+
+std::string Session::ExportReport(const Command& command) {
+  const OpenReport& report = reports_.WithRows(command);
+  const exports::Grid grid = GridOf(report, command, DecimalsOf(*book_));
+  const exports::Sheet sheet{.name = report.told["name"].get<std::string>(),
+                             .titleLines = TitleLines(report),
+                             .grid = grid,
+                             .limit = {}};
+  export_.reset();
+  exportCancelled_ = false;
+  ExportFile file(++lastExport_);
+  const bool written = file.Write(command.Text("format"), sheet, [&](std::size_t done, std::size_t all) {
+    return ExportGoesOn(report.id, done, all);
+  });
+  Json message = Message("exported", command.id);
+  message["report"] = report.id;
+  message["export"] = written ? file.Id() : 0;
+  message["size"] = written ? file.Size() : 0;
+  if (written) export_ = std::move(file);
+  return ToText(message);
+}
+
+bool Session::ExportGoesOn(std::int32_t report, std::size_t done, std::size_t all) {
+  Json message = Message("exportProgress");
+  message["report"] = report;
+  message["done"] = done;
+  message["all"] = all;
+  Tell(message);
+  ServePending();
+  return !exportCancelled_;
+}
+
+std::string Session::ReadExport(const Command& command) {
+  if (!export_ || command.Number("export") != export_->Id()) {
+    throw RefusedMessage("failed", "导出的文件已经不在了，请重新导出。", command.id);
+  }
+  const std::int32_t start = command.Number("start");
+  if (start < 0 || static_cast<std::size_t>(start) > export_->Size()) {
+    throw RefusedMessage("fields", "start must lie within the file", command.id);
+  }
+  const std::string bytes = export_->Read(static_cast<std::size_t>(start));
+  const bool more = static_cast<std::size_t>(start) + bytes.size() < export_->Size();
+  Json message = Message("exportPart", command.id);
+  message["export"] = export_->Id();
+  message["start"] = start;
+  message["data"] = Base64(bytes);
+  message["more"] = more;
+  if (!more) export_.reset();
+  return ToText(message);
+}
+
+void Session::CancelExport() {
+  exportCancelled_ = true;
+  export_.reset();
+}
+
+}  // namespace browser
