@@ -257,4 +257,8 @@ std::string FilterDialog::OrderByText(const ComboBox& combo, bool ascending) {
   return field + (ascending ? " ASC " : " DESC ");
 }
 
+std::string FilterDialog::ChosenOrder() const {
+  return OrderByText(Field<ComboBox>("cboSort"), Field<OptionButton>("OptSortD").IsOn());
+}
+
 }  // namespace component

@@ -90,6 +90,8 @@ class FilterDialog : public platform::Form {
   static void FillSortByGroup(platform::ComboBox& combo, std::int32_t group);
   // "FItemNumber ASC " from the chosen entry.
   static std::string OrderByText(const platform::ComboBox& combo, bool ascending);
+  // The same as cboSort and OptSortD have it.
+  std::string ChosenOrder() const;
 
   platform::Ref<platform::Control> ControlOf(const DialogField& field) const;
   void NewResult();

@@ -40,8 +40,7 @@ void frmFirter10414::AddKeys(platform::Dictionary& filter) {
   filter.Set("OK", true);
   filter.Set("InvoiceStyle", 0);
   filter.Set("ShowTypeValue", "");
-  filter.Set("OrderBy", OrderByText(Field<platform::ComboBox>("cboSort"),
-                                    Field<platform::OptionButton>("OptSortD").IsOn()));
+  filter.Set("OrderBy", ChosenOrder());
   filter.Set("RptID", std::int16_t{10414});  // whatever number the dialog was opened with
 }
 

@@ -39,6 +39,12 @@ void LoadFormResources(const Ref<Object>& form, Ref<Dictionary>& result, const s
   platform::detail::FromVariant<Ref<platform::Vector>>(texts);  // a list of texts, which nobody reads
 }
 
+void FillCombo(platform::ComboBox& combo, std::span<const std::string_view> captions, std::int32_t selected) {
+  combo.Clear();
+  for (const std::string_view caption : captions) combo.AddEntry(ResString(caption));
+  combo.SetListIndex(selected);
+}
+
 void FillComboByAppType(ComboBox& combo, std::span<const Choice> choices,
                         std::optional<std::int32_t> standard) {
   combo.Clear();

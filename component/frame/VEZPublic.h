@@ -26,6 +26,9 @@ struct Choice {
   std::int32_t mask = 7;
 };
 
+// Refills the combo, captions through ResString, and selects an entry.
+void FillCombo(platform::ComboBox& combo, std::span<const std::string_view> captions,
+               std::int32_t selected = 0);
 // Refills the combo with the choices whose mask holds the application type, captions through ResString, and
 // selects the one whose number is `standard`; the first one when that is not offered or not given.
 void FillComboByAppType(platform::ComboBox& combo, std::span<const Choice> choices,

@@ -34,9 +34,7 @@ void GroupChoice::Attach(const platform::Form& form, platform::ComboBox& group, 
 }
 
 void GroupChoice::Fill(std::span<const std::string_view> captions, std::int32_t chosen) {
-  group_->Clear();
-  for (const std::string_view caption : captions) group_->AddEntry(ResString(caption));
-  group_->SetListIndex(chosen);
+  FillCombo(*group_, captions, chosen);
 }
 
 std::string GroupChoice::ShowTypeValue() const { return DescribeComboItems(*group_, "InvoiceStyle"); }

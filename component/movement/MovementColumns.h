@@ -9,7 +9,7 @@
 namespace component {
 
 // The two varieties of a movement report: for all goods with all figures, and for goods kept in batches with
-// quantities only.
+// quantities only. What is for every variety stands in both.
 enum class Variety : std::uint8_t { kEvery, kGoods, kBatches };
 
 // What summary rows stand for, as the filters number it; -1 is none of these.
@@ -58,6 +58,7 @@ void AddFigureGroup(const FigureGroup& group, std::span<const FigureColumn> layo
 
 // A number that a filter holds as a number or as a text; 0 for one that it has not got.
 double FilterNumber(const platform::Dictionary& filter, std::string_view key);
+// What such a number asks rows to stand for.
 RowGroup FilterGroup(const platform::Dictionary& filter, std::string_view key);
 
 // The warehouses that users are restricted on, in all reports of items that moved.

@@ -80,10 +80,7 @@ frmFirter10401::frmFirter10401() : ReportFilterDialog("frmFirter10401", kFields)
 void frmFirter10401::SetUp() {
   const bool withBatches = GetAppType() != 1;
   group_.Fill(std::span(kGroups).first(withBatches ? std::size(kGroups) : kGroupsWithoutBatches), 0);
-  auto& sort = Field<ComboBox>("cmbitem(1)");
-  sort.Clear();
-  for (const std::string_view caption : kSorts) sort.AddEntry(ResString(caption));
-  sort.SetListIndex(0);
+  FillCombo(Field<ComboBox>("cmbitem(1)"), kSorts);
   if (!withBatches) HideCodes({8, 9});
 }
 

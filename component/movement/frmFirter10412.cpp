@@ -35,8 +35,7 @@ void frmFirter10412::SaveFields(platform::Dictionary& filter) {
 }
 
 void frmFirter10412::AddKeys(platform::Dictionary& filter) {
-  filter.Set("OrderBy",
-             OrderByText(Field<ComboBox>("cboSort"), Field<platform::OptionButton>("OptSortD").IsOn()));
+  filter.Set("OrderBy", ChosenOrder());
   filter.Set("SumBy", group_.SumBy());
   filter.Set("ShowTypeValue", group_.ShowTypeValue());
   filter.Set("InvoiceStyle", group_.InvoiceStyle());

@@ -22,10 +22,7 @@ frmFirter10413::frmFirter10413() : ReportFilterDialog("frmFirter10413", kDetailF
 void frmFirter10413::SetUp() {
   for (const char* check : {"chkGroupByGood", "chkNoZero"}) Find(check)->SetEnabled(true);
   platform::CreateObject("TOVMClass.ClassInfo");  // only to see that it is there
-  auto& group = Field<ComboBox>("cmbGroup");
-  group.Clear();
-  for (const std::string_view caption : kDetailGroups) group.AddEntry(ResString(caption));
-  group.SetListIndex(0);
+  FillCombo(Field<ComboBox>("cmbGroup"), kDetailGroups);
   if (GetAppType() != 1) return;
   HideCodes({10, 11, 2, 3});
   for (const char* part : {"chkGroupByGood", "chkNoZero", "Frame1"}) Find(part)->SetVisible(false);
@@ -33,8 +30,7 @@ void frmFirter10413::SetUp() {
 
 void frmFirter10413::AddKeys(platform::Dictionary& filter) {
   const auto& group = Field<ComboBox>("cmbGroup");
-  filter.Set("OrderBy",
-             OrderByText(Field<ComboBox>("cboSort"), Field<platform::OptionButton>("OptSortD").IsOn()));
+  filter.Set("OrderBy", ChosenOrder());
   filter.Set("ShowTypeValue", DescribeComboItems(group, "InvoiceStyle"));
   filter.Set("InvoiceStyle", group.ListIndex());
   filter.Set("chkShowTran", 1);

@@ -41,8 +41,7 @@ void frmFirter10416::AddKeys(platform::Dictionary& filter) {
   filter.Set("OK", true);
   filter.Set("InvoiceStyle", group_.InvoiceStyle());
   filter.Set("ShowTypeValue", group_.ShowTypeValue());
-  filter.Set("OrderBy",
-             OrderByText(Field<ComboBox>("cboSort"), Field<platform::OptionButton>("OptSortD").IsOn()));
+  filter.Set("OrderBy", ChosenOrder());
   filter.Set("SumBy", group_.SumBy());
   group_.Levels().WriteTo(filter);
 }

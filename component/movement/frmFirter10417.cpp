@@ -31,10 +31,7 @@ void frmFirter10417::OnLoad() {
 }
 
 void frmFirter10417::SetUp() {
-  auto& group = Field<ComboBox>("cmbGroup");
-  group.Clear();
-  for (const std::string_view caption : kDetailGroups) group.AddEntry(ResString(caption));
-  group.SetListIndex(0);
+  FillCombo(Field<ComboBox>("cmbGroup"), kDetailGroups);
   if (GetAppType() != 1) return;
   HideCodes({10, 11});
   for (const char* check : {"chkGroupByGood", "chkNoZero"}) Find(check)->SetVisible(false);
@@ -50,8 +47,7 @@ void frmFirter10417::AddKeys(platform::Dictionary& filter) {
   filter.Set("OK", true);
   filter.Set("InvoiceStyle", group.ListIndex());
   filter.Set("ShowTypeValue", DescribeComboItems(group, "InvoiceStyle"));
-  filter.Set("OrderBy",
-             OrderByText(Field<ComboBox>("cboSort"), Field<platform::OptionButton>("OptSortD").IsOn()));
+  filter.Set("OrderBy", ChosenOrder());
   filter.Set("RptID", kReportNumber);
   filter.Set("chkShowTran", 1);
 }

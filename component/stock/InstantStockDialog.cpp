@@ -96,13 +96,6 @@ std::string Indexed(std::string_view name, int index) {
   return std::string(name) + "(" + std::to_string(index) + ")";
 }
 
-template <std::size_t N>
-void Fill(ComboBox& combo, const std::string_view (&captions)[N]) {
-  combo.Clear();
-  for (const std::string_view caption : captions) combo.AddEntry(ResString(caption));
-  combo.SetListIndex(0);
-}
-
 }  // namespace
 
 InstantStockDialog::InstantStockDialog(std::string name) : ReportFilterDialog(std::move(name), kFields) {
@@ -160,9 +153,9 @@ void InstantStockDialog::AdjustSettings(Dictionary& settings) {
 void InstantStockDialog::SetUp() {
   const Quiet quiet(quiet_);
   if (GetAppType() == 1) HideBatchesAndProperties();
-  Fill(Combo(0), kWarehouseTypes);
+  FillCombo(Combo(0), kWarehouseTypes);
   FillComboByAppType(Combo(kShowType), kShowTypes);
-  Fill(Combo(2), kSorts);
+  FillCombo(Combo(2), kSorts);
   levels_.Load(kItem);
   levels_.ShowPanel();
   ShowTypeRule();

@@ -57,9 +57,7 @@ void frmFirter10411::OnLoad() {
 }
 
 void frmFirter10411::SetUp() {
-  auto& group = Field<ComboBox>("cmbGroup");
-  for (const std::string_view caption : kGroups) group.AddEntry(ResString(caption));
-  group.SetListIndex(0);
+  FillCombo(Field<ComboBox>("cmbGroup"), kGroups);
   FillSort(Field<ComboBox>("cboSort"), kSortChoices);
 }
 
@@ -81,8 +79,7 @@ void frmFirter10411::AddKeys(platform::Dictionary& filter) {
   filter.Set("OK", true);
   filter.Set("InvoiceStyle", group.ListIndex());
   filter.Set("ShowTypeValue", DescribeComboItems(group, "InvoiceStyle"));
-  filter.Set("OrderBy",
-             OrderByText(Field<ComboBox>("cboSort"), Field<platform::OptionButton>("OptSortD").IsOn()));
+  filter.Set("OrderBy", ChosenOrder());
 }
 
 }  // namespace component

@@ -65,11 +65,7 @@ void frmFirter10415::OnLoad() {
   AttachDateRange(Field<DatePicker>("DtpBDate"), Field<DatePicker>("DtpEDate"), std::to_string(RptID()));
 }
 
-void frmFirter10415::SetUp() {
-  auto& types = Field<ComboBox>("cboType");
-  for (const std::string_view caption : kBillTypes) types.AddEntry(ResString(caption));
-  types.SetListIndex(0);
-}
+void frmFirter10415::SetUp() { FillCombo(Field<ComboBox>("cboType"), kBillTypes); }
 
 bool frmFirter10415::Validate() {
   return CheckDayOrder(Field<DatePicker>("DtpBDate"), Field<DatePicker>("DtpEDate"), "摩文提示");

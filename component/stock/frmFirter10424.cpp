@@ -121,10 +121,7 @@ void frmFirter10424::OnLoad() {
   Field<Button>("cmdOK").SetCaption(ResString("确定(&O)"));
   Field<Button>("cmdCacel").SetCaption(ResString("取消(&E)"));
   quiet_ = true;
-  auto& sort = Field<ComboBox>("cmbitem(0)");
-  sort.Clear();
-  for (const std::string_view caption : kSorts) sort.AddEntry(ResString(caption));
-  sort.SetListIndex(0);
+  FillCombo(Field<ComboBox>("cmbitem(0)"), kSorts);
   FilterControl().Put("PageVisible", std::int16_t{1}, false);
   FilterControl().Put("PageVisible", std::int16_t{2}, false);
   levels_.Load(kItem);
