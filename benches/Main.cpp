@@ -26,6 +26,13 @@ constexpr Target kTargets[] = {
     {"appending a ledger row, against plain vectors", "AppendLedgerRows", "AppendToPlainVectors", 2, "times"},
     {"memory of a ledger row with repeating texts", "AppendLedgerRows:bytes_per_row", "", 220, "bytes"},
     {"heap allocations a ledger row", "AppendLedgerRows:allocations_per_row", "", 0.1, ""},
+    {"the page of a ledger's item, large book", "LedgerPage", "", 15e6, "ns"},
+    {"the ledger's next item, large book", "LedgerNextItem", "", 5e6, "ns"},
+    {"all pages of the ledger, large book", "LedgerAllPages/20000/iterations:1", "", 2e9, "ns"},
+    {"memory of the same", "LedgerAllPages/20000/iterations:1:bytes_per_row", "", 220, "bytes a row"},
+    {"memory of the same, all told", "LedgerAllPages/20000/iterations:1:megabytes", "", 900, "MB"},
+    {"all pages of the ledger, medium book", "LedgerAllPagesOfTheMediumBook/iterations:1",
+     "LedgerWindowQuery/iterations:1", 0.125, "of a window query's time"},
     {"a call by name", "CallByName", "", 150, "ns"},
     {"a call by name", "CallByName", "CallVirtual", 15, "virtual calls"},
 };

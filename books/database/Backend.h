@@ -55,6 +55,8 @@ class ConnectionBackend {
   virtual void Begin(bool write) = 0;
   virtual void Commit() = 0;
   virtual void Rollback() = 0;
+  // A number that another one follows once any other connection has committed a change.
+  virtual std::int64_t DataVersion() = 0;
   // Rows changed by the last insert, update or delete.
   virtual std::int64_t Changes() const = 0;
   // What is wrong with the storage itself: damaged pages, references that lead nowhere. Empty when all is

@@ -57,6 +57,10 @@ class Connection {
   // Several statements without parameters, for a schema.
   void RunScript(std::string_view sql) { backend_->RunScript(sql); }
 
+  // Differs from an earlier answer when another connection has committed a change in between. For what is
+  // kept of a book between two looks at it.
+  std::int64_t DataVersion() { return backend_->DataVersion(); }
+
   // After much was written, outside a transaction.
   void Optimize() { backend_->Optimize(); }
   std::vector<std::string> CheckStorage() { return backend_->CheckStorage(); }

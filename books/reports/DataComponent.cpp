@@ -6,8 +6,12 @@
 #include "books/reports/movement/Data10401.h"
 #include "books/reports/movement/Data10413.h"
 #include "books/reports/movement/Data10417.h"
+#include "books/reports/stock/Data10415.h"
+#include "books/reports/stock/Data10424.h"
 #include "books/reports/stock/Data302.h"
+#include "books/reports/stock/Data303.h"
 #include "books/reports/stock/Data332.h"
+#include "books/reports/tracking/Data10418.h"
 #include "platform/value/Convert.h"
 
 namespace books::reports {
@@ -25,11 +29,24 @@ constexpr Entry EntryOf() {
           }};
 }
 
+// clang-format off
 constexpr Entry kComponents[] = {
-    EntryOf<Data>(),        EntryOf<Data302>(),     EntryOf<Data332>(),     EntryOf<Data10402>(),
-    EntryOf<Data1040101>(), EntryOf<Data1040102>(), EntryOf<Data1040104>(), EntryOf<Data10413>(),
-    EntryOf<Data10414>(),   EntryOf<Data10417>(),
+    EntryOf<Data>(),
+    EntryOf<Data302>(),
+    EntryOf<Data303>(),
+    EntryOf<Data332>(),
+    EntryOf<Data10402>(),
+    EntryOf<Data10413>(),
+    EntryOf<Data10414>(),
+    EntryOf<Data10415>(),
+    EntryOf<Data10417>(),
+    EntryOf<Data10418>(),
+    EntryOf<Data10424>(),
+    EntryOf<Data1040101>(),
+    EntryOf<Data1040102>(),
+    EntryOf<Data1040104>(),
 };
+// clang-format on
 
 }  // namespace
 

@@ -38,11 +38,12 @@ Range ReportFilter::NumberRange(std::string_view name) const {
   return {.from = Text("B" + std::string(name)), .to = Text("E" + std::string(name))};
 }
 
-reader::SqlText ReportFilter::Rights(std::span<const reader::ConditionAlias> aliases) const {
+reader::SqlText ReportFilter::Rights(std::span<const reader::ConditionAlias> aliases,
+                                     std::string_view key) const {
   try {
-    return reader::ReadConditionText(Text("DataRightWhere"), aliases);
+    return reader::ReadConditionText(Text(key), aliases);
   } catch (const Error& error) {
-    Refuse("DataRightWhere", "（数据权限）无法识别，报表没有取数：" + error.Description());
+    Refuse(key, "（数据权限）无法识别，报表没有取数：" + error.Description());
   }
 }
 

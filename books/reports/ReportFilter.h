@@ -35,9 +35,10 @@ class ReportFilter {
   std::string Text(std::string_view key) const;
   // The keys "B" and "E" followed by the name: "ItemNumber".
   Range NumberRange(std::string_view name) const;
-  // The clause "DataRightWhere" over the aliases that the report's SQL uses. A clause that is not understood
-  // raises: the report is refused rather than shown without the restriction.
-  reader::SqlText Rights(std::span<const reader::ConditionAlias> aliases) const;
+  // The clause "DataRightWhere", or that of another key, over the aliases that the report's SQL uses. A
+  // clause that is not understood raises: the report is refused rather than shown without the restriction.
+  reader::SqlText Rights(std::span<const reader::ConditionAlias> aliases,
+                         std::string_view key = "DataRightWhere") const;
   // "OrderBy" (a field, then ASC or DESC) as what follows ORDER BY; `last` settles the order of equal rows
   // and stands alone when the filter asks for no order.
   std::string OrderBy(std::span<const SortField> fields, std::string_view last) const;

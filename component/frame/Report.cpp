@@ -142,10 +142,12 @@ void Report::BuildHeading() {
   SetHeadVector({});
 }
 
-void Report::WriteDataRight() {
+void Report::WriteDataRight() { WriteRightClause("DataRightWhere", facts_.dataRights); }
+
+void Report::WriteRightClause(std::string_view key, std::span<const DataRight> rights) {
   std::string clause;
-  MakeDataRightWhere(DataRightEntries(facts_.dataRights), clause);
-  if (filter_) filter_->Set("DataRightWhere", clause);
+  MakeDataRightWhere(DataRightEntries(rights), clause);
+  if (filter_) filter_->Set(key, clause);
 }
 
 Variant Report::CallData(Object& data) {

@@ -91,7 +91,10 @@ class Report : public platform::Object {
   // Makes a new Header and points the shared heading at it.
   void StartHeading();
   void BuildHeading();
-  void WriteDataRight();
+  // Writes the user's restriction into the filter, as the fetch asks for it.
+  virtual void WriteDataRight();
+  // The clause over these tables under a key of the filter, where there is a filter.
+  void WriteRightClause(std::string_view key, std::span<const DataRight> rights);
   void SetOutcome(bool ok, const std::string& error);
   void SetOk(bool ok);
   bool IsOk() const;

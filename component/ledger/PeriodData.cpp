@@ -54,9 +54,16 @@ bool LedgerSource::Fits() const {
 }
 
 void LedgerSource::Take(const Ref<Recordset>& rows) {
+  const bool sameTable = rows_ && rows_->IsOpen() && &rows->Fields() == &rows_->Fields();
   rows_ = rows;
   count_ = rows_->ViewCount();
-  if (count_ == 0 || Fits()) return;
+  knowsColumns_ = knowsColumns_ && sameTable;
+  if (count_ == 0 || knowsColumns_) return;
+  if (!Fits()) FindColumns();
+  knowsColumns_ = true;
+}
+
+void LedgerSource::FindColumns() {
   for (std::size_t i = 0; i < fields_.size(); ++i) {
     const std::size_t index = rows_->FieldIndex(fields_[i]);
     columns_[i] = {.index = index, .isText = platform::IsTextType(rows_->Fields()[index].type)};
@@ -68,33 +75,28 @@ Variant LedgerSource::ValueOf(std::size_t field, std::size_t row) const {
   return value.IsNull() ? Variant() : value;
 }
 
-std::string_view LedgerSource::Text(std::size_t field, std::size_t position) {
-  const std::size_t row = rows_->RowAt(position);
+std::string_view LedgerSource::Text(std::size_t field, std::size_t row) {
   if (columns_[field].isText) return rows_->TextAt(columns_[field].index, row);
   texts_[field] = platform::ToText(ValueOf(field, row));
   return texts_[field];
 }
 
-std::int32_t LedgerSource::Integer(std::size_t field, std::size_t position) const {
-  const std::size_t row = rows_->RowAt(position);
+std::int32_t LedgerSource::Integer(std::size_t field, std::size_t row) const {
   if (columns_[field].isText) return platform::ToInt32(ValueOf(field, row));
   return rows_->IntegerAt(columns_[field].index, row);
 }
 
-double LedgerSource::Double(std::size_t field, std::size_t position) const {
-  const std::size_t row = rows_->RowAt(position);
+double LedgerSource::Double(std::size_t field, std::size_t row) const {
   if (columns_[field].isText) return platform::ToDouble(ValueOf(field, row));
   return rows_->DoubleAt(columns_[field].index, row);
 }
 
-Currency LedgerSource::Amount(std::size_t field, std::size_t position) const {
-  const std::size_t row = rows_->RowAt(position);
+Currency LedgerSource::Amount(std::size_t field, std::size_t row) const {
   if (columns_[field].isText) return platform::ToCurrency(ValueOf(field, row));
   return rows_->CurrencyAt(columns_[field].index, row);
 }
 
-platform::Date LedgerSource::Day(std::size_t field, std::size_t position) const {
-  const std::size_t row = rows_->RowAt(position);
+platform::Date LedgerSource::Day(std::size_t field, std::size_t row) const {
   if (rows_->Fields()[columns_[field].index].type == platform::FieldType::kDate) {
     return rows_->DateAt(columns_[field].index, row);
   }
@@ -116,35 +118,38 @@ void PeriodData::Take(const Variant& answer) {
 }
 
 LedgerBalance PeriodData::Balance(LedgerSource& source, std::size_t position) {
-  LedgerBalance balance{.batchNo = source.Text(kBatchNo, position), .figures = {}};
-  balance.figures.quantity = source.Double(kQty, position);
-  balance.figures.amount = source.Amount(kAmount, position);
-  balance.figures.diff = source.Amount(kDiff, position);
-  balance.figures.price = SafePrice(balance.figures.quantity, source.Double(kAmount, position));
+  const std::size_t row = source.RowAt(position);
+  LedgerBalance balance{.batchNo = source.Text(kBatchNo, row), .figures = {}};
+  balance.figures.quantity = source.Double(kQty, row);
+  balance.figures.amount = source.Amount(kAmount, row);
+  balance.figures.diff = source.Amount(kDiff, row);
+  balance.figures.price = SafePrice(balance.figures.quantity, source.Double(kAmount, row));
   return balance;
 }
 
 LedgerMovement PeriodData::Movement(std::size_t position, bool withDiff) {
+  const std::size_t row = happened.RowAt(position);
   LedgerMovement movement;
-  movement.id = happened.Integer(kInterId, position);
-  movement.entryId = happened.Integer(kEntryId, position);
-  movement.date = happened.Day(kDate, position);
-  movement.voucherNo = happened.Text(kVoucherNo, position);
-  movement.batchNo = happened.Text(kMovementBatchNo, position);
-  movement.note = happened.Text(kNote, position);
-  movement.tranTypeName = happened.Text(kTranTypeName, position);
-  movement.auxName = happened.Text(kAuxName, position);
-  movement.billNo = happened.Text(kBillNo, position);
-  movement.tranType = happened.Integer(kTranType, position);
-  movement.in.quantity = happened.Double(kInQty, position);
-  movement.in.price = happened.Double(kInPrice, position);
-  movement.in.amount = happened.Amount(kInAmount, position);
-  movement.out.quantity = happened.Double(kOutQty, position);
-  movement.out.price = happened.Double(kOutPrice, position);
-  movement.out.amount = happened.Amount(kOutAmount, position);
+  movement.id = happened.Integer(kInterId, row);
+  movement.entryId = happened.Integer(kEntryId, row);
+  movement.date = happened.Day(kDate, row);
+  movement.voucherNo = happened.Text(kVoucherNo, row);
+  movement.batchNo = happened.Text(kMovementBatchNo, row);
+  movement.note = happened.Text(kNote, row);
+  movement.tranTypeName = happened.Text(kTranTypeName, row);
+  movement.auxName = happened.Text(kAuxName, row);
+  movement.billNo = happened.Text(kBillNo, row);
+  movement.tranType = happened.Integer(kTranType, row);
+  movement.in.quantity = happened.Double(kInQty, row);
+  movement.in.price = happened.Double(kInPrice, row);
+  movement.in.amount = happened.Amount(kInAmount, row);
+  movement.out.quantity = happened.Double(kOutQty, row);
+  movement.out.price = happened.Double(kOutPrice, row);
+  movement.out.amount = happened.Amount(kOutAmount, row);
   if (withDiff) {
-    movement.in.diff = differences.Amount(0, position);
-    movement.out.diff = differences.Amount(1, position);
+    const std::size_t same = differences.RowAt(position);
+    movement.in.diff = differences.Amount(0, same);
+    movement.out.diff = differences.Amount(1, same);
   }
   return movement;
 }

@@ -15,7 +15,8 @@
 namespace component {
 
 // One recordset of the answer. Its columns are looked up once and then found again in every further recordset
-// of the same layout; texts stay good until the next row is read or the recordset goes.
+// of the same layout, at once in one that shows other rows of the same table. Fields are read by row number,
+// which RowAt gives for a position; texts stay good until the next row is read or the recordset goes.
 class LedgerSource {
  public:
   // Names by their place; read by the places.
@@ -27,11 +28,12 @@ class LedgerSource {
   // The rows as the data component made them, for a caller that filters or merges them.
   const platform::Ref<platform::Recordset>& Rows() const { return rows_; }
 
-  std::string_view Text(std::size_t field, std::size_t position);
-  std::int32_t Integer(std::size_t field, std::size_t position) const;
-  double Double(std::size_t field, std::size_t position) const;
-  platform::Currency Amount(std::size_t field, std::size_t position) const;
-  platform::Date Day(std::size_t field, std::size_t position) const;
+  std::size_t RowAt(std::size_t position) const { return rows_->RowAt(position); }
+  std::string_view Text(std::size_t field, std::size_t row);
+  std::int32_t Integer(std::size_t field, std::size_t row) const;
+  double Double(std::size_t field, std::size_t row) const;
+  platform::Currency Amount(std::size_t field, std::size_t row) const;
+  platform::Date Day(std::size_t field, std::size_t row) const;
 
  private:
   struct Column {
@@ -40,6 +42,7 @@ class LedgerSource {
   };
 
   bool Fits() const;
+  void FindColumns();
   platform::Variant ValueOf(std::size_t field, std::size_t row) const;
 
   std::span<const std::string_view> fields_;
@@ -47,6 +50,7 @@ class LedgerSource {
   std::vector<std::string> texts_;  // of columns that are no texts
   platform::Ref<platform::Recordset> rows_;
   std::size_t count_ = 0;
+  bool knowsColumns_ = false;  // those of `rows_`
 };
 
 struct LedgerBalance {

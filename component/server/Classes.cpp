@@ -14,6 +14,8 @@
 #include "component/stock/Rpt302.h"
 #include "component/stock/Rpt303.h"
 #include "component/stock/Rpt332.h"
+#include "component/tracking/Rpt10403.h"
+#include "component/tracking/Rpt10418.h"
 
 namespace component {
 namespace {
@@ -46,7 +48,7 @@ constexpr ServedClass kClasses[] = {
     {.description = {.programmaticId = "TOVStockRpt.Rpt10403",
                      .classId = {{0x4f, 0x19, 0x4d, 0x5f, 0xeb, 0x14, 0x50, 0x5e, 0x9c, 0x6d, 0x53, 0x5b, 0x70, 0x5f, 0xf8, 0xa7}},
                      .number = "10403",
-                     .title = "其他出入库单关联表"}},
+                     .title = "其他出入库单关联表"}, .make = MakeReport<Rpt10403>},
     {.description = {.programmaticId = "TOVStockRpt.Rpt10411",
                      .classId = {{0xe7, 0xd8, 0xbb, 0x32, 0x72, 0x89, 0x55, 0xa3, 0x9f, 0x1e, 0x4a, 0x37, 0x41, 0x1a, 0x78, 0x5c}},
                      .number = "10411",
@@ -78,7 +80,7 @@ constexpr ServedClass kClasses[] = {
     {.description = {.programmaticId = "TOVStockRpt.Rpt10418",
                      .classId = {{0x6f, 0x33, 0x75, 0x92, 0xa8, 0xd9, 0x5d, 0x35, 0x84, 0x41, 0x26, 0xe7, 0xe1, 0x9b, 0xa8, 0x99}},
                      .number = "10418",
-                     .title = "S/N号跟踪分析表"}},
+                     .title = "S/N号跟踪分析表"}, .make = MakeReport<Rpt10418>},
     {.description = {.programmaticId = "TOVStockRpt.Rpt10424",
                      .classId = {{0xf2, 0x6d, 0x31, 0x83, 0xb9, 0x19, 0x51, 0xc5, 0x98, 0x79, 0x40, 0x59, 0xc5, 0x75, 0x99, 0xe0}},
                      .number = "10424",

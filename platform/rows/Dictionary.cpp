@@ -6,6 +6,8 @@ namespace platform {
 namespace {
 
 constexpr std::size_t kWalked = 12;
+// Room for a usual dictionary's keys is taken at once.
+constexpr std::size_t kUsual = 6;
 constexpr std::size_t kNotFound = static_cast<std::size_t>(-1);
 
 }  // namespace
@@ -45,6 +47,7 @@ void Dictionary::Set(std::string_view key, Variant value) {
     std::swap(entries_[position].value, value);
     return;
   }
+  if (entries_.empty()) entries_.reserve(kUsual);
   entries_.push_back({std::string(key), std::move(value)});
   if (entries_.size() <= kWalked) return;
   if (positions_.empty()) {

@@ -95,7 +95,6 @@ Ref<Recordset> Recordset::Slice(std::size_t first, std::size_t count) const {
   Ref<Recordset> slice(new Recordset(rows_));
   slice->first_ = std::max(first, first_);
   slice->last_ = count < last_ - std::min(first, last_) ? first + count : last_;
-  slice->MakeView("");
   return slice;
 }
 
@@ -119,14 +118,17 @@ std::size_t Recordset::FieldIndex(std::string_view name) const {
 
 std::size_t Recordset::ViewCount() const {
   RequireOpen();
-  if (!view_) return rows_->RowCount();
+  if (!view_) {
+    const std::size_t last = std::min(last_, rows_->RowCount());
+    return last - std::min(first_, last);
+  }
   view_->CatchUp(*rows_);
   return view_->rows.size();
 }
 
 std::size_t Recordset::RowAt(std::size_t position) const {
   if (position >= ViewCount()) RaiseNoCurrentRow();
-  return view_ ? view_->rows[position] : position;
+  return view_ ? view_->rows[position] : first_ + position;
 }
 
 std::size_t Recordset::CurrentRow() const {
@@ -191,7 +193,8 @@ std::int64_t Recordset::PositionOf(const Variant& bookmark) const {
   const auto* number = bookmark.As<std::int32_t>();
   const std::int64_t row = number == nullptr ? -1 : std::int64_t{*number} - 1;
   const auto count = static_cast<std::int64_t>(ViewCount());
-  if (!view_ && row >= 0 && row < count) return row;
+  const auto first = static_cast<std::int64_t>(first_);
+  if (!view_ && row >= first && row < first + count) return row - first;
   if (view_) {
     const auto found =
         std::ranges::lower_bound(view_->rows, row, {}, [](std::uint32_t r) { return std::int64_t{r}; });
@@ -231,25 +234,23 @@ std::string Recordset::Filter() const {
 
 void Recordset::SetFilter(const std::string& condition) {
   TakeOver();
-  MakeView(condition);
+  if (TrimBlanks(condition).empty()) {
+    view_ = nullptr;
+  } else {
+    MakeView(condition);
+  }
   position_ = 0;
 }
 
 void Recordset::MakeView(const std::string& condition) {
-  const bool filtered = !TrimBlanks(condition).empty();
-  std::unique_ptr<View> view;
-  if (filtered || first_ > 0 || last_ != std::numeric_limits<std::size_t>::max()) {
-    view = std::make_unique<View>();
-    if (filtered) {
-      view->condition = Condition::Parse(condition, *rows_);
-      view->text = condition;
-    }
-    view->first = first_;
-    view->last = last_;
-    view->seen = first_;
-    view->removals = rows_->Removals();
-    view->CatchUp(*rows_);
-  }
+  auto view = std::make_unique<View>();
+  if (!condition.empty()) view->condition = Condition::Parse(condition, *rows_);
+  view->text = condition;
+  view->first = first_;
+  view->last = last_;
+  view->seen = first_;
+  view->removals = rows_->Removals();
+  view->CatchUp(*rows_);
   view_ = std::move(view);
 }
 
@@ -267,6 +268,9 @@ void Recordset::Update() {
     return;
   }
   const std::size_t row = rows_->RowCount();
+  // A row that is added to a slice shows in it, wherever it stands.
+  const bool isSlice = first_ > 0 || last_ != std::numeric_limits<std::size_t>::max();
+  if (!view_ && isSlice) MakeView("");
   if (view_) view_->CatchUp(*rows_);
   rows_->AppendTail();
   rows_->ReleaseTail();

@@ -190,7 +190,7 @@ class Recordset final : public Exposed<Recordset> {
   bool adding_ = false;
   std::shared_ptr<RowStore> rows_;
   std::int64_t position_ = 0;   // in the view; kBefore, kAfter outside of it
-  std::unique_ptr<View> view_;  // null when all rows show
+  std::unique_ptr<View> view_;  // null when all rows of the stretch show
   std::size_t first_ = 0;       // of the rows that may show; all but in a slice
   std::size_t last_ = std::numeric_limits<std::size_t>::max();  // behind them
   std::vector<OldCell> oldCells_;

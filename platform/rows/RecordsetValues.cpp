@@ -88,6 +88,7 @@ double Recordset::DoubleAt(std::size_t column, std::size_t row) const {
   if (!IsNumberType(type)) RaiseWrongType(Fields()[column], "a double");
   if (rows_->IsNull(column, row)) return 0;
   if (type == FieldType::kDouble || type == FieldType::kNumeric) return rows_->Cell<double>(column, row);
+  if (type == FieldType::kCurrency) return rows_->Cell<Currency>(column, row).ToDouble();
   return ToDouble(rows_->Value(column, row));
 }
 

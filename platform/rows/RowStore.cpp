@@ -1,6 +1,6 @@
-// A group is one block of memory: column after column its cells, and behind each column's cells its presence
-// bits. The bits also stagger the columns, so that the same row of all columns does not fall on the same
-// lines of the processor's cache.
+// A group's columns begin as the same value all over. A second value makes a column coded, too many of them
+// plain; both copy at most one group's cells of one column. A column that has become so begins the next group
+// as it ended this one, since columns keep their habits, and tries the smaller form anew every few groups.
 #include "platform/rows/RowStore.h"
 
 #include <algorithm>
@@ -13,7 +13,8 @@
 namespace platform {
 namespace {
 
-constexpr std::size_t kPresentBytes = RowStore::kRowsPerGroup / 8;
+// A plain column is tried coded again every so many groups.
+constexpr std::size_t kGroupsTillRetry = 8;
 
 std::size_t CellBytes(FieldType type) {
   switch (type) {
@@ -40,14 +41,13 @@ std::size_t CellBytes(FieldType type) {
 }  // namespace
 
 void RowStore::AppendField(Field field) {
-  const Column column{.type = field.type,
+  const TextStore::Id emptyId = IsTextType(field.type) ? texts_.Keep({}) : 0;
+  columns_.push_back({.type = field.type,
                       .width = field.width,
-                      .cells = groupBytes_,
-                      .present = groupBytes_ + CellBytes(field.type) * kRowsPerGroup,
+                      .cellBytes = CellBytes(field.type),
+                      .emptyId = emptyId,
                       .lastText = {},
-                      .lastId = IsTextType(field.type) ? texts_.Keep({}) : 0};
-  groupBytes_ = column.present + kPresentBytes;
-  columns_.push_back(column);
+                      .lastId = emptyId});
   fields_.push_back(std::move(field));
 
   nameBuckets_.assign(std::bit_ceil(fields_.size() * 2 + 1), 0);
@@ -82,9 +82,107 @@ void RowStore::AddGroup() {
   if (groups_.size() >= std::numeric_limits<std::int32_t>::max() / kRowsPerGroup) {
     throw Error(ErrorNumber::kOverflow, "Recordset", "overflow: a recordset holds at most 2147483647 rows");
   }
-  auto group = std::make_unique_for_overwrite<std::byte[]>(groupBytes_);
-  for (const Column& column : columns_) std::memset(group.get() + column.present, 0, kPresentBytes);
+  auto group = std::make_unique<Chunk[]>(columns_.size());
+  const bool retries = groups_.size() % kGroupsTillRetry == 0;
+  for (std::size_t column = 0; column < columns_.size() && !groups_.empty(); ++column) {
+    const ChunkKind before = groups_.back()[column].kind;
+    if (before == ChunkKind::kSame) continue;
+    MakeCoded(group[column]);
+    if (before == ChunkKind::kPlain && !retries) MakePlain(column, group[column]);
+  }
   groups_.push_back(std::move(group));
+}
+
+void RowStore::DropGroup() {
+  for (std::size_t column = 0; column < columns_.size(); ++column) {
+    const Chunk& chunk = groups_.back()[column];
+    if (chunk.cells != nullptr) blocks_.Give(chunk.cells, BlockBytes(column, chunk.kind));
+  }
+  groups_.pop_back();
+}
+
+std::size_t RowStore::BlockBytes(std::size_t column, ChunkKind kind) const {
+  return kind == ChunkKind::kCoded ? kCodedBytes : kRowsPerGroup * columns_[column].cellBytes + kPresentBytes;
+}
+
+void RowStore::MakeCoded(Chunk& chunk) {
+  std::byte* const block = blocks_.Take(kCodedBytes);
+  const std::size_t held = chunk.count;
+  std::memset(block, 1, held);
+  std::memset(block + held, 0, kRowsPerGroup - held);
+  chunk.cells = block;
+  chunk.kind = ChunkKind::kCoded;
+  chunk.count = 1;
+  chunk.last = 0;
+  std::memcpy(CodedValue(chunk, 0), &chunk.value, sizeof chunk.value);
+}
+
+void RowStore::MakePlain(std::size_t column, Chunk& chunk) {
+  const Chunk coded = chunk;
+  const std::size_t size = columns_[column].cellBytes;
+  chunk.cells = blocks_.Take(BlockBytes(column, ChunkKind::kPlain));
+  chunk.kind = ChunkKind::kPlain;
+  std::byte* const present = PresentBits(column, chunk);
+  std::memset(present, 0, kPresentBytes);
+  for (std::size_t place = 0; place < kRowsPerGroup; ++place) {
+    const auto code = static_cast<std::size_t>(coded.cells[place]);
+    if (code == 0) continue;
+    std::memcpy(chunk.cells + place * size, CodedValue(coded, code - 1), size);
+    present[place / 8] |= std::byte{1} << (place % 8);
+  }
+  blocks_.Give(coded.cells, kCodedBytes);
+}
+
+// The value is not the one that the column's rows hold so far, or was written last.
+void RowStore::SetBits(std::size_t column, Chunk& chunk, std::size_t place, std::uint64_t bits) {
+  if (chunk.kind == ChunkKind::kSame) {
+    if (chunk.count == 0 && place == 0) {
+      chunk.value = bits;
+      chunk.count = 1;
+      return;
+    }
+    if (chunk.count == 0) chunk.value = bits;
+    MakeCoded(chunk);
+  }
+  std::uint64_t known = 0;
+  // A run of values often comes round again in the same order.
+  for (std::size_t i = 0, code = chunk.last; i < chunk.count; ++i) {
+    std::memcpy(&known, CodedValue(chunk, code), sizeof known);
+    if (known == bits) {
+      chunk.last = static_cast<std::uint8_t>(code);
+      chunk.cells[place] = static_cast<std::byte>(code + 1);
+      return;
+    }
+    if (++code == chunk.count) code = 0;
+  }
+  if (chunk.count < kMostCoded) {
+    chunk.last = static_cast<std::uint8_t>(chunk.count++);
+    std::memcpy(CodedValue(chunk, chunk.last), &bits, sizeof bits);
+    chunk.cells[place] = static_cast<std::byte>(chunk.last + 1);
+    return;
+  }
+  MakePlain(column, chunk);
+  const std::size_t size = columns_[column].cellBytes;
+  std::memcpy(chunk.cells + place * size, &bits, size);
+  PresentBits(column, chunk)[place / 8] |= std::byte{1} << (place % 8);
+}
+
+void RowStore::SetNull(std::size_t column, std::size_t row) {
+  Chunk& chunk = ChunkOf(column, row);
+  const std::size_t place = row % kRowsPerGroup;
+  if (chunk.kind == ChunkKind::kSame) {
+    if (place >= chunk.count) return;
+    if (place + 1U == chunk.count) {
+      --chunk.count;
+      return;
+    }
+    MakeCoded(chunk);
+  }
+  if (chunk.kind == ChunkKind::kCoded) {
+    chunk.cells[place] = std::byte{0};
+  } else {
+    PresentBits(column, chunk)[place / 8] &= ~(std::byte{1} << (place % 8));
+  }
 }
 
 void RowStore::DropTail() {
@@ -93,11 +191,11 @@ void RowStore::DropTail() {
 
 void RowStore::TruncateTo(std::size_t rowCount) {
   if (rowCount >= rowCount_) return;
-  const std::size_t groupEnd = (rowCount / kRowsPerGroup + 1) * kRowsPerGroup;
-  for (std::size_t row = rowCount; row < std::min(rowCount_, groupEnd); ++row) {
-    for (std::size_t column = 0; column < columns_.size(); ++column) SetNull(column, row);
+  while (groups_.size() > rowCount / kRowsPerGroup + 1) DropGroup();
+  const std::size_t last = std::min(rowCount_, groups_.size() * kRowsPerGroup);
+  for (std::size_t row = last; row > rowCount; --row) {
+    for (std::size_t column = 0; column < columns_.size(); ++column) SetNull(column, row - 1);
   }
-  groups_.resize(groupEnd / kRowsPerGroup);
   rowCount_ = rowCount;
   ++removals_;
 }
@@ -105,8 +203,9 @@ void RowStore::TruncateTo(std::size_t rowCount) {
 void RowStore::SetText(std::size_t column, std::size_t row, std::string_view text) {
   Column& target = columns_[column];
   if (!IsTextType(target.type)) return SetValue(column, row, text);
+  if (text.empty()) return SetCell(column, row, target.emptyId);
   // Neighbouring rows often repeat a text, and then it is known to fit as well.
-  if (text != target.lastText) {
+  if (!SameText(text, target.lastText)) {
     if (target.width != 0 && text.size() > target.width && CharacterCount(text) > target.width) {
       throw Error(ErrorNumber::kOverflow, "Recordset",
                   "field " + fields_[column].name + ": the text has " + std::to_string(CharacterCount(text)) +
@@ -173,7 +272,8 @@ Variant RowStore::Value(std::size_t column, std::size_t row) const {
 }
 
 std::size_t RowStore::Bytes() const {
-  return groups_.size() * groupBytes_ + groups_.capacity() * sizeof(groups_[0]) + texts_.Bytes();
+  return blocks_.Bytes() + groups_.size() * columns_.size() * sizeof(Chunk) +
+         groups_.capacity() * sizeof(groups_[0]) + texts_.Bytes();
 }
 
 }  // namespace platform

@@ -7,16 +7,21 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/rows/BlockPool.h"
 #include "platform/rows/Field.h"
 #include "platform/rows/TextStore.h"
 #include "platform/value/Variant.h"
 
 namespace platform {
 
-// The rows that a recordset and its clones share: typed column arrays in groups of rows, so that a growing
-// store never copies a cell, and texts as ids into one TextStore. A cell that was never written is null.
-// Rows are counted from 0 and keep their number. The row after the last one (the tail) may be written before
-// it counts: AppendTail makes it a row, DropTail clears it.
+// The rows that a recordset and its clones share: typed columns in groups of rows, so that a growing store
+// never copies a group, and texts as ids into one TextStore. A cell that was never written is null. Rows are
+// counted from 0 and keep their number. The row after the last one (the tail) may be written before it
+// counts: AppendTail makes it a row, DropTail clears it.
+//
+// A column takes the room that its values need, group by group: none while all rows hold the same value, a
+// byte a row while there are few different ones, and only then an array of cells. A reader is told nothing of
+// it.
 class RowStore {
  public:
   static constexpr std::size_t kRowsPerGroup = 512;
@@ -41,26 +46,57 @@ class RowStore {
   void TruncateTo(std::size_t rowCount);
 
   bool IsNull(std::size_t column, std::size_t row) const {
-    const std::size_t bit = row % kRowsPerGroup;
-    return ((PresentBits(column, row)[bit / 8] >> (bit % 8)) & std::byte{1}) == std::byte{0};
+    const Chunk& chunk = ChunkOf(column, row);
+    const std::size_t place = row % kRowsPerGroup;
+    switch (chunk.kind) {
+      case ChunkKind::kSame:
+        return place >= chunk.count;
+      case ChunkKind::kCoded:
+        return chunk.cells[place] == std::byte{0};
+      case ChunkKind::kPlain:
+        break;
+    }
+    return ((PresentBits(column, chunk)[place / 8] >> (place % 8)) & std::byte{1}) == std::byte{0};
   }
-  void SetNull(std::size_t column, std::size_t row) {
-    const std::size_t bit = row % kRowsPerGroup;
-    PresentBits(column, row)[bit / 8] &= ~(std::byte{1} << (bit % 8));
-  }
+  void SetNull(std::size_t column, std::size_t row);
 
   // The stored cell; the caller has checked the column's type. Undefined for a null.
   template <class T>
   T Cell(std::size_t column, std::size_t row) const {
+    const Chunk& chunk = ChunkOf(column, row);
+    const std::size_t place = row % kRowsPerGroup;
+    const void* cell = &chunk.value;
+    if (chunk.kind == ChunkKind::kPlain) {
+      cell = chunk.cells + place * sizeof(T);
+    } else if (chunk.kind == ChunkKind::kCoded) {
+      cell = CodedValue(chunk, static_cast<std::size_t>(chunk.cells[place]) - 1);
+    }
     T value;
-    std::memcpy(&value, Cells(column, row) + (row % kRowsPerGroup) * sizeof(T), sizeof(T));
+    std::memcpy(&value, cell, sizeof(T));
     return value;
   }
   template <class T>
   void SetCell(std::size_t column, std::size_t row, T value) {
-    std::memcpy(Cells(column, row) + (row % kRowsPerGroup) * sizeof(T), &value, sizeof(T));
-    const std::size_t bit = row % kRowsPerGroup;
-    PresentBits(column, row)[bit / 8] |= std::byte{1} << (bit % 8);
+    static_assert(sizeof(T) <= sizeof(std::uint64_t));
+    Chunk& chunk = ChunkOf(column, row);
+    const std::size_t place = row % kRowsPerGroup;
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &value, sizeof(T));
+    switch (chunk.kind) {
+      case ChunkKind::kSame:
+        if (place > chunk.count || chunk.count == 0 || bits != chunk.value) break;
+        if (place == chunk.count) ++chunk.count;
+        return;
+      case ChunkKind::kCoded:
+        if (std::memcmp(CodedValue(chunk, chunk.last), &bits, sizeof bits) != 0) break;
+        chunk.cells[place] = static_cast<std::byte>(chunk.last + 1);
+        return;
+      case ChunkKind::kPlain:
+        std::memcpy(chunk.cells + place * sizeof(T), &bits, sizeof(T));
+        PresentBits(column, chunk)[place / 8] |= std::byte{1} << (place % 8);
+        return;
+    }
+    SetBits(column, chunk, place, bits);
   }
 
   FieldType Type(std::size_t column) const { return columns_[column].type; }
@@ -103,36 +139,55 @@ class RowStore {
   std::size_t Bytes() const;
 
  private:
+  enum class ChunkKind : std::uint8_t { kSame, kCoded, kPlain };
+
+  // One column in one group. The same: the first `count` rows hold `value`, the others are null. Coded: a
+  // code a row, 0 for null, and behind the codes `count` values. Plain: cells, and behind them a bit a row
+  // that is 1 for a cell that holds a value.
+  struct Chunk {
+    std::byte* cells = nullptr;
+    std::uint64_t value = 0;
+    std::uint16_t count = 0;
+    ChunkKind kind = ChunkKind::kSame;
+    std::uint8_t last = 0;  // coded: the value that was written last
+  };
+  static constexpr std::size_t kMostCoded = 32;
+  static constexpr std::size_t kCodedBytes = kRowsPerGroup + kMostCoded * sizeof(std::uint64_t);
+  static constexpr std::size_t kPresentBytes = kRowsPerGroup / 8;
+
   struct Column {
     FieldType type = FieldType::kText;
     std::size_t width = 0;
-    std::size_t cells = 0;      // where the column starts in a group
-    std::size_t present = 0;    // where its bits start: 1 for a cell that holds a value
+    std::size_t cellBytes = 0;  // of one cell
+    TextStore::Id emptyId = 0;
     std::string_view lastText;  // the text written last, and its id
     TextStore::Id lastId = 0;
   };
 
-  const std::byte* Group(std::size_t row) const { return groups_[row / kRowsPerGroup].get(); }
-  std::byte* Group(std::size_t row) { return groups_[row / kRowsPerGroup].get(); }
-  const std::byte* Cells(std::size_t column, std::size_t row) const {
-    return Group(row) + columns_[column].cells;
+  const Chunk& ChunkOf(std::size_t column, std::size_t row) const {
+    return groups_[row / kRowsPerGroup][column];
   }
-  std::byte* Cells(std::size_t column, std::size_t row) { return Group(row) + columns_[column].cells; }
-  const std::byte* PresentBits(std::size_t column, std::size_t row) const {
-    return Group(row) + columns_[column].present;
+  Chunk& ChunkOf(std::size_t column, std::size_t row) { return groups_[row / kRowsPerGroup][column]; }
+  static std::byte* CodedValue(const Chunk& chunk, std::size_t code) {
+    return chunk.cells + kRowsPerGroup + code * sizeof(std::uint64_t);
   }
-  std::byte* PresentBits(std::size_t column, std::size_t row) {
-    return Group(row) + columns_[column].present;
+  std::byte* PresentBits(std::size_t column, const Chunk& chunk) const {
+    return chunk.cells + kRowsPerGroup * columns_[column].cellBytes;
   }
+  std::size_t BlockBytes(std::size_t column, ChunkKind kind) const;
 
   void AddGroup();
+  void DropGroup();
+  void MakeCoded(Chunk& chunk);
+  void MakePlain(std::size_t column, Chunk& chunk);
+  void SetBits(std::size_t column, Chunk& chunk, std::size_t place, std::uint64_t bits);
   void SetConverted(std::size_t column, std::size_t row, const Variant& value);
 
   std::vector<Field> fields_;
   std::vector<Column> columns_;
   std::vector<std::uint16_t> nameBuckets_;  // positions plus 1 by hashed name
-  std::vector<std::unique_ptr<std::byte[]>> groups_;
-  std::size_t groupBytes_ = 0;
+  std::vector<std::unique_ptr<Chunk[]>> groups_;
+  BlockPool blocks_;
   std::size_t rowCount_ = 0;
   std::size_t removals_ = 0;
   bool tailClaimed_ = false;

@@ -30,16 +30,31 @@ std::uint32_t HashOf(std::string_view text) {
 }  // namespace
 
 TextStore::Id TextStore::Keep(std::string_view text) {
-  if (count_ * 2 >= slots_.size()) Widen();
+  if (count_ * 2 >= slots_.size() && slots_.size() < kOnce * 2) Widen();
   const std::uint32_t hash = HashOf(text);
+  if (count_ >= kOnce) return KeepLately(text, hash);
   const std::size_t mask = slots_.size() - 1;
   std::size_t at = hash & mask;
   for (; slots_[at].id != kFree; at = (at + 1) & mask) {
-    if (slots_[at].hash == hash && Text(slots_[at].id) == text) return slots_[at].id;
+    if (slots_[at].hash == hash && SameText(Text(slots_[at].id), text)) return slots_[at].id;
   }
   slots_[at] = {.hash = hash, .id = Append(text)};
   ++count_;
   return slots_[at].id;
+}
+
+// The slots are a cache now: a text is looked for in a few of them and takes the place of another one.
+TextStore::Id TextStore::KeepLately(std::string_view text, std::uint32_t hash) {
+  constexpr std::size_t kLookedAt = 4;
+  const std::size_t mask = slots_.size() - 1;
+  for (std::size_t i = 0; i < kLookedAt; ++i) {
+    const Slot& slot = slots_[(hash + i) & mask];
+    if (slot.id != kFree && slot.hash == hash && SameText(Text(slot.id), text)) return slot.id;
+  }
+  Slot& taken = slots_[(hash + count_ % kLookedAt) & mask];
+  taken = {.hash = hash, .id = Append(text)};
+  ++count_;
+  return taken.id;
 }
 
 TextStore::Id TextStore::Append(std::string_view text) {

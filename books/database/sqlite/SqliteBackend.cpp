@@ -130,10 +130,18 @@ class Connection final : public ConnectionBackend {
   void RunScript(std::string_view sql) override {
     Expect(sqlite3_exec(handle_.get(), std::string(sql).c_str(), nullptr, nullptr, nullptr));
   }
-  void Begin(bool write) override { RunScript(write ? "BEGIN IMMEDIATE" : "BEGIN"); }
-  void Commit() override { RunScript("COMMIT"); }
+  void Begin(bool write) override {
+    write ? Run(beginWriting_, "BEGIN IMMEDIATE") : Run(beginReading_, "BEGIN");
+  }
+  void Commit() override { Run(commit_, "COMMIT"); }
   void Rollback() override {
-    if (sqlite3_get_autocommit(handle_.get()) == 0) RunScript("ROLLBACK");
+    if (sqlite3_get_autocommit(handle_.get()) == 0) Run(rollback_, "ROLLBACK");
+  }
+  std::int64_t DataVersion() override {
+    if (!dataVersion_) dataVersion_ = Prepare("PRAGMA data_version");
+    const std::int64_t version = dataVersion_->Step() ? dataVersion_->Integer(0) : 0;
+    dataVersion_->Reset(false);
+    return version;
   }
   std::int64_t Changes() const override { return sqlite3_changes64(handle_.get()); }
   Identity ReadIdentity() override {
@@ -168,17 +176,28 @@ class Connection final : public ConnectionBackend {
     const std::unique_ptr<StatementBackend> statement = Prepare(sql);
     return statement->Step() ? statement->Integer(0) : 0;
   }
+  // For the words around every reading: prepared once.
+  void Run(std::unique_ptr<StatementBackend>& statement, std::string_view sql) {
+    if (!statement) statement = Prepare(sql);
+    statement->Step();
+    statement->Reset(false);
+  }
   void Expect(int code) const {
     if (code != SQLITE_OK) Fail(Explain(code, name_, sqlite3_errmsg(handle_.get())));
   }
 
   Handle handle_;
   std::string name_;
+  std::unique_ptr<StatementBackend> beginReading_;
+  std::unique_ptr<StatementBackend> beginWriting_;
+  std::unique_ptr<StatementBackend> commit_;
+  std::unique_ptr<StatementBackend> rollback_;
+  std::unique_ptr<StatementBackend> dataVersion_;
 };
 
 // What a book is asked about itself; none of them writes when it has no argument.
-constexpr std::array<std::string_view, 4> kQuestions = {"application_id", "user_version", "integrity_check",
-                                                        "foreign_key_check"};
+constexpr std::array<std::string_view, 5> kQuestions = {"application_id", "user_version", "data_version",
+                                                        "integrity_check", "foreign_key_check"};
 
 int AllowReadsOnly(void* /*context*/, int action, const char* first, const char* second,
                    const char* /*database*/, const char* /*trigger*/) {

@@ -5,6 +5,7 @@
 #include "books/reports/ReportSql.h"
 #include "books/reports/ledger/LedgerReader.h"
 #include "books/schema/Codes.h"
+#include "platform/rows/RowAppender.h"
 #include "platform/value/Convert.h"
 #include "platform/value/Error.h"
 
@@ -80,15 +81,11 @@ Conditions BalanceCondition(const LedgerChoice& choice) {
 // only while the same filter asks for the same item's next period; anything else is a new page, read anew.
 class LedgerAhead {
  public:
-  explicit LedgerAhead(services::Store& store) : store_(store), reader_(store) {}
+  explicit LedgerAhead(services::Store& store) : reader_(store) {}
 
   LedgerReader& Reader() { return reader_; }
 
-  void Forget() {
-    next_ = 0;
-    ledger_ = {};
-    reader_.Forget();
-  }
+  void Forget() { next_ = 0; }
 
   Ref<Dictionary> Serve(std::int32_t itemId, std::int32_t period, const Variant& filter) {
     const bool goesOn = itemId == itemId_ && period == next_ && period <= last_ && mark_.Fits(filter);
@@ -102,25 +99,22 @@ class LedgerAhead {
     answer->Set("rsEndBal", ledger_.closing.Of(at));
     answer->Set("BDate", days.first);
     answer->Set("EDate", days.past);
-    if (next_ > last_) ledger_ = {};
     return answer;
   }
 
  private:
   void ReadAhead(std::int32_t itemId, std::int32_t period, const Variant& filter) {
     next_ = 0;
-    const LedgerChoice choice(store_, filter);
     // A range far beyond the book, as dates may give it, is read part by part.
     constexpr std::int32_t kMost = 240;
-    const std::int32_t last = std::clamp(choice.lastPeriod, period, period + kMost);
-    ledger_ = reader_.Read(itemId, period, last, choice);
+    const std::int32_t last = std::clamp(LastPeriodOf(filter), period, period + kMost);
+    reader_.Read(itemId, period, last, filter, ledger_);
     mark_.Take(filter);
     itemId_ = itemId;
     first_ = period;
     last_ = last;
   }
 
-  services::Store& store_;
   LedgerReader reader_;
   LedgerFilterMark mark_;
   ItemLedger ledger_;
@@ -131,14 +125,15 @@ class LedgerAhead {
 };
 
 // The year's movements before a period, item by item.
-Ref<Recordset> YearBefore(const std::vector<std::int32_t>& items, std::int32_t period,
-                          const LedgerChoice& choice, LedgerReader& reader) {
+Ref<Recordset> YearBefore(const std::vector<std::int32_t>& items, std::int32_t period, const Variant& filter,
+                          LedgerReader& reader) {
   Ref<Recordset> rows = services::NewRows(kYearFields);
   const std::int32_t first = period - schema::NumberOf(period) + 1;
   if (first == period) return rows;
   platform::RowAppender row(*rows);
   for (const std::int32_t item : items) {
-    const ItemLedger ledger = reader.Read(item, first, period - 1, choice);
+    ItemLedger ledger;
+    reader.Read(item, first, period - 1, filter, ledger);
     const Recordset& moved = *ledger.happened.rows;
     if (moved.ViewCount() == 0) continue;
     row.SetInteger(0, item);
@@ -177,9 +172,8 @@ std::vector<std::int32_t> ItemsOf(services::Store& store, const std::string& con
 Ref<Dictionary> ServeAll(services::Store& store, std::int32_t period, const std::string& condition,
                          const Variant& filter) {
   LedgerReader& reader = store.Kept<LedgerAhead>().Reader();
-  const LedgerChoice choice(store, filter);
   const std::vector<std::int32_t> items = ItemsOf(store, condition);
-  const ItemLedger ledger = reader.ReadAll(items, period, choice);
+  const ItemLedger ledger = reader.ReadAll(items, period, filter);
   const PeriodDays days = reader.DaysOf(period);
   Ref<Dictionary> answer = MakeRef<Dictionary>();
   answer->Set("rsBegBal", ledger.opening.rows);
@@ -187,7 +181,7 @@ Ref<Dictionary> ServeAll(services::Store& store, std::int32_t period, const std:
   answer->Set("rsEndBal", ledger.closing.rows);
   answer->Set("BDate", days.first);
   answer->Set("EDate", days.past);
-  answer->Set("rsYtdBal", YearBefore(items, period, choice, reader));
+  answer->Set("rsYtdBal", YearBefore(items, period, filter, reader));
   answer->Set("rsYtdBals", services::NewRows(kYearFields));
   if (const Ref<Dictionary> keys = filter.AsRef<Dictionary>(); keys && !keys->Exists("startYear")) {
     const std::string year = store.Profile("IC", "StartYear").value_or("0");

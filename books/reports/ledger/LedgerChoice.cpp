@@ -25,8 +25,7 @@ LedgerChoice::LedgerChoice(services::Store& store, const Variant& filter) {
   const ReportFilter asked(filter);
   batches = asked.NumberRange("BatchNo");
   leavesOutZero = NumberOf(asked, "Balance") != 0;
-  const std::int32_t year = NumberOf(asked, "EYear");
-  if (year > 0) lastPeriod = schema::PeriodOf(year, NumberOf(asked, "EPeriod"));
+  lastPeriod = LastPeriodOf(filter);
   static const reader::ConditionAlias kAliases[] = {{"v4", *reader::FindTable("t_Stock")}};
   Conditions conditions;
   conditions.AddRange(store.UsesShortNumbers() ? "v4.FShortNumber" : "v4.FNumber",
@@ -40,17 +39,34 @@ LedgerChoice::LedgerChoice(services::Store& store, const Variant& filter) {
   while (rows.Step()) warehouses.insert(rows.Integer(0));
 }
 
+std::int32_t LastPeriodOf(const Variant& filter) {
+  const ReportFilter asked(filter);
+  const std::int32_t year = NumberOf(asked, "EYear");
+  return year > 0 ? schema::PeriodOf(year, NumberOf(asked, "EPeriod")) : 0;
+}
+
+// Asked for every period, so that keys are looked for where they stood before.
 bool LedgerFilterMark::Fits(const Variant& filter) const {
   const Ref<Dictionary> asked = filter.AsRef<Dictionary>();
+  if (!asked) return std::ranges::all_of(values_, &Variant::IsEmpty);
+  const std::vector<Dictionary::Entry>& entries = asked->Entries();
   for (std::size_t i = 0; i < kKeys.size(); ++i) {
-    if ((asked ? asked->Value(kKeys[i]) : Variant()) != values_[i]) return false;
+    const std::size_t place = places_[i];
+    const bool stands = place < entries.size() && entries[place].key == kKeys[i];
+    if ((stands ? entries[place].value : asked->Value(kKeys[i])) != values_[i]) return false;
   }
   return true;
 }
 
 void LedgerFilterMark::Take(const Variant& filter) {
   const Ref<Dictionary> asked = filter.AsRef<Dictionary>();
-  for (std::size_t i = 0; i < kKeys.size(); ++i) values_[i] = asked ? asked->Value(kKeys[i]) : Variant();
+  for (std::size_t i = 0; i < kKeys.size(); ++i) {
+    values_[i] = asked ? asked->Value(kKeys[i]) : Variant();
+    places_[i] = 0;
+    if (!asked) continue;
+    const auto at = std::ranges::find(asked->Entries(), kKeys[i], &Dictionary::Entry::key);
+    places_[i] = static_cast<std::size_t>(at - asked->Entries().begin());
+  }
 }
 
 ItemCondition ReadItemCondition(std::string_view text, std::string_view alias) {

@@ -10,8 +10,7 @@
 
 namespace books::reports {
 
-// Whose figures a ledger shows: warehouses and batches. Read anew for every page, so that rights that change
-// between two pages count.
+// Whose figures a ledger shows: warehouses and batches, by a filter and the rights that it carries.
 struct LedgerChoice {
   LedgerChoice(services::Store& store, const platform::Variant& filter);
 
@@ -25,6 +24,9 @@ struct LedgerChoice {
   std::int32_t lastPeriod = 0;  // of the filter's range; 0 when it has none
 };
 
+// The last period that a filter asks for; 0 when it names none.
+std::int32_t LastPeriodOf(const platform::Variant& filter);
+
 // The filter's values that decide what a ledger shows, to see whether a filter is still the same.
 class LedgerFilterMark {
  public:
@@ -37,6 +39,7 @@ class LedgerFilterMark {
                                                             "EPeriod",      "Balance"};
 
   std::array<platform::Variant, kKeys.size()> values_;
+  std::array<std::size_t, kKeys.size()> places_{};  // where the keys stood among the filter's entries
 };
 
 // A condition of the component ("AND t0.FNumber>='01' …", also with an order behind it) on the base data view

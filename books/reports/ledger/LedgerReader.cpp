@@ -1,11 +1,15 @@
-// Balances are read from the period before the first to the last one, so that every period's opening is the
-// closing of the one before. Beyond the last stored balance nothing has moved: its rows stand for every later
-// period. Both tables are clustered by item, so an item's rows lie in one place and come in order.
+// An item's balances are read once, as they stood before the first period. From there they are carried on
+// from movement to movement, batch by batch, which is how the book works its stored balances out, so that
+// every period's closing is the next one's opening. Before accounting began there is nothing; the balances of
+// the period just before it are the opening stock. Beyond the last stored balance nothing has moved.
+// Movements are clustered by item and come in the order of costing.
 #include "books/reports/ledger/LedgerReader.h"
 
 #include <algorithm>
 
 #include "books/schema/Codes.h"
+#include "platform/rows/RowAppender.h"
+#include "platform/value/Convert.h"
 
 namespace books::reports {
 namespace {
@@ -16,6 +20,7 @@ using database::Transaction;
 using platform::Currency;
 using platform::Date;
 using platform::RowAppender;
+using platform::Variant;
 using services::Kept;
 using services::RowField;
 
@@ -42,31 +47,28 @@ constexpr std::size_t kIn = 10;
 constexpr std::size_t kOut = 14;
 
 constexpr std::string_view kMovementSql = R"sql(
-SELECT m.period, m.bill_id, m.line, m.date, b.voucher_number, m.batch_id, b.explanation, m.bill_class,
-       m.aux_id, b.number, m.direction, m.quantity, m.amount, m.warehouse_id
-FROM movement m
-CROSS JOIN bill b
-WHERE m.item_id = ? AND m.date >= ? AND m.date < ? AND b.id = m.bill_id
-ORDER BY m.date, m.day_order, m.bill_id, m.direction, m.line
+SELECT period, bill_id, line, date, batch_id, aux_id, direction, quantity, amount, warehouse_id
+FROM movement
+WHERE item_id = ? AND date >= ? AND date < ?
+ORDER BY date, day_order, bill_id, direction, line
 )sql";
 
 constexpr std::string_view kBalanceSql = R"sql(
-SELECT period, warehouse_id, batch_id, quantity, amount
-FROM balance
-WHERE item_id = ? AND period BETWEEN ? AND ?
+SELECT warehouse_id, batch_id, quantity, amount FROM balance WHERE item_id = ? AND period = ?
 )sql";
 
 constexpr std::string_view kBatchSql = R"sql(
 SELECT id, number, (? = '' OR number >= ?) AND (? = '' OR number <= ?) FROM batch WHERE item_id = ?
 )sql";
 
+// A reader's rows go to new recordsets once there are so many.
+constexpr std::int32_t kManyRows = 4096;
+
 ItemLedger NewLedger() {
   return {.opening = {.rows = services::NewRows(kOpeningFields), .starts = {}},
           .happened = {.rows = services::NewRows(kMovementFields), .starts = {}},
           .closing = {.rows = services::NewRows(kClosingFields), .starts = {}}};
 }
-
-std::size_t RowsIn(const LedgerRows& rows) { return static_cast<std::size_t>(rows.rows->RecordCount()); }
 
 void SetSide(RowAppender& row, std::size_t first, double quantity, Currency amount) {
   row.SetDouble(first, quantity);
@@ -75,12 +77,100 @@ void SetSide(RowAppender& row, std::size_t first, double quantity, Currency amou
   row.SetCurrency(first + 3, Currency());
 }
 
+// Rows in the making, with the place where each period's begin.
+class RowsOutput {
+ public:
+  explicit RowsOutput(LedgerRows& target)
+      : row(*target.rows),
+        starts_(target.starts),
+        count_(static_cast<std::size_t>(target.rows->RecordCount())) {
+    starts_.clear();
+  }
+
+  void BeginPeriod() { starts_.push_back(count_); }
+  void Commit() {
+    row.CommitRow();
+    ++count_;
+  }
+
+  RowAppender row;
+
+ private:
+  std::vector<std::size_t>& starts_;
+  std::size_t count_;
+};
+
 }  // namespace
 
-void LedgerReader::Forget() {
-  auxNames_.clear();
-  classNames_.clear();
-  days_.clear();
+// The rows of one item, period after period.
+class LedgerReader::Output {
+ public:
+  Output(std::int32_t itemId, ItemLedger& ledger)
+      : itemId_(itemId), opening_(ledger.opening), happened_(ledger.happened), closing_(ledger.closing) {}
+
+  RowsOutput& Movements() { return happened_; }
+
+  void BeginPeriod() {
+    opening_.BeginPeriod();
+    happened_.BeginPeriod();
+    closing_.BeginPeriod();
+  }
+  void AddOpening(const std::vector<Batch>& batches) { AddBalances(opening_, batches, false); }
+  // With those of 0 that have moved, when they are asked for.
+  void AddClosing(const std::vector<Batch>& batches, bool withMoved) {
+    AddBalances(closing_, batches, withMoved);
+  }
+
+ private:
+  void AddBalances(RowsOutput& rows, const std::vector<Batch>& batches, bool withMoved) const {
+    for (const Batch& batch : batches) {
+      const bool isZero = batch.quantity == Quantity() && batch.amount == Currency();
+      if (isZero && !(withMoved && batch.moved)) continue;
+      rows.row.SetText(0, batch.number);
+      rows.row.SetDouble(1, batch.quantity.ToDouble());
+      rows.row.SetCurrency(2, batch.amount);
+      rows.row.SetCurrency(3, Currency());
+      rows.row.SetInteger(4, itemId_);
+      rows.Commit();
+    }
+  }
+
+  std::int32_t itemId_;
+  RowsOutput opening_;
+  RowsOutput happened_;
+  RowsOutput closing_;
+};
+
+LedgerReader::LedgerReader(services::Store& store)
+    : store_(store),
+      movements_(store.Reading().Prepare(kMovementSql)),
+      balances_(store.Reading().Prepare(kBalanceSql)),
+      itemBatches_(store.Reading().Prepare(kBatchSql)),
+      bills_(store.Reading()) {}
+
+// Within the transaction of a reading, so that what is kept and what is read are of the same moment.
+void LedgerReader::Renew(const Variant& filter) {
+  const std::int64_t version = store_.Reading().DataVersion();
+  if (version != version_ || !choice_) {
+    version_ = version;
+    choice_.reset();
+    bills_.Forget();
+    auxNames_.clear();
+    classNames_.clear();
+    days_.clear();
+    auto number = [this](std::string_view key) {
+      return static_cast<std::int32_t>(platform::LeadingNumber(store_.Profile("IC", key).value_or("0")));
+    };
+    balancesFrom_ = schema::PeriodOf(number("StartYear"), number("StartPeriod")) - 1;
+    Statement until = store_.Reading().Query("SELECT balances_until FROM book_state WHERE id = 1");
+    balancesUntil_ = until.Step() ? until.Int32(0) : 0;
+    Statement classes = store_.Reading().Query("SELECT id, name FROM bill_class");
+    while (classes.Step()) classNames_.emplace_back(classes.Int32(0), classes.Text(1));
+  }
+  if (choice_ && mark_.Fits(filter)) return;
+  choice_.reset();
+  choice_.emplace(store_, filter);
+  mark_.Take(filter);
 }
 
 PeriodDays LedgerReader::DaysOf(std::int32_t period) {
@@ -98,160 +188,134 @@ PeriodDays LedgerReader::DaysOf(std::int32_t period) {
   return days;
 }
 
-std::int32_t LedgerReader::BalancesUntil() {
-  Statement row = store_.Reading().Query("SELECT balances_until FROM book_state WHERE id = 1");
-  return row.Step() ? row.Int32(0) : 0;
-}
-
-const std::string& LedgerReader::AuxName(std::int64_t id) {
+std::string_view LedgerReader::AuxName(std::int64_t id) {
+  if (id == 0) return {};
   const auto [known, isNew] = auxNames_.try_emplace(id);
-  if (isNew && id != 0) {
+  if (isNew) {
     Statement row = store_.Reading().Query("SELECT name FROM base_data WHERE id = ?", id);
     if (row.Step()) known->second = row.Text(0);
   }
   return known->second;
 }
 
-const std::string& LedgerReader::ClassName(std::int32_t billClass) {
-  const auto [known, isNew] = classNames_.try_emplace(billClass);
-  if (isNew) {
-    Statement row = store_.Reading().Query("SELECT name FROM bill_class WHERE id = ?", billClass);
-    if (row.Step()) known->second = row.Text(0);
-  }
-  return known->second;
+std::string_view LedgerReader::ClassName(std::int32_t billClass) {
+  const auto known = std::ranges::find(classNames_, billClass, [](const auto& each) { return each.first; });
+  return known == classNames_.end() ? std::string_view() : std::string_view(known->second);
 }
 
-void LedgerReader::ReadBatches(std::int32_t itemId, const LedgerChoice& choice) {
-  batches_.clear();
-  const Range& range = choice.batches;
-  Statement rows = store_.Reading().Query(kBatchSql, range.from, range.from, range.to, range.to, itemId);
-  while (rows.Step()) batches_[rows.Integer(0)] = {.number = rows.Text(1), .chosen = rows.Boolean(2)};
+void LedgerReader::ReadBatches(std::int32_t itemId) {
+  knowsBatches_ = true;
+  const Range& range = choice_->batches;
+  itemBatches_.Bind(range.from, range.from, range.to, range.to, itemId);
+  while (itemBatches_.Step()) {
+    batches_.push_back({.id = itemBatches_.Integer(0),
+                        .number = itemBatches_.Text(1),
+                        .chosen = itemBatches_.Boolean(2),
+                        .quantity = {},
+                        .amount = {}});
+  }
+  std::ranges::sort(batches_.begin() + 1, batches_.end(), {}, &Batch::number);
+  batchIds_.clear();
+  for (const Batch& batch : batches_) batchIds_.push_back(batch.id);
 }
 
 // Null for what the range of batches leaves out; goods without a batch have no number to lie in a range.
-const LedgerReader::Batch* LedgerReader::ChosenBatch(std::int64_t id, const LedgerChoice& choice) const {
-  static const Batch kNone;
-  if (id == 0) return choice.HasBatchRange() ? nullptr : &kNone;
-  const auto known = batches_.find(id);
-  if (known == batches_.end()) return nullptr;
-  return known->second.chosen ? &known->second : nullptr;
+LedgerReader::Batch* LedgerReader::ChosenBatch(std::int32_t itemId, std::int64_t id) {
+  if (id == 0) return batches_.front().chosen ? &batches_.front() : nullptr;
+  if (!knowsBatches_) ReadBatches(itemId);
+  const auto found = std::ranges::find(batchIds_, id);
+  if (found == batchIds_.end()) return nullptr;
+  Batch& batch = batches_[static_cast<std::size_t>(found - batchIds_.begin())];
+  return batch.chosen ? &batch : nullptr;
 }
 
 // Sums a batch's warehouses and auxiliary properties, since the page tells batches apart and nothing else.
-void LedgerReader::ReadBalances(std::int32_t itemId, std::int32_t firstPeriod, std::int32_t lastPeriod,
-                                const LedgerChoice& choice) {
-  balances_.clear();
-  Statement rows = store_.Reading().Query(kBalanceSql, itemId, firstPeriod, lastPeriod);
-  while (rows.Step()) {
-    const std::int64_t batchId = rows.Integer(2);
-    if (!choice.HasWarehouse(rows.Integer(1)) || ChosenBatch(batchId, choice) == nullptr) continue;
-    const std::int32_t period = rows.Int32(0);
-    auto sum = std::find_if(balances_.rbegin(), balances_.rend(), [&](const Balance& each) {
-      return each.period != period || each.batchId == batchId;
-    });
-    if (sum == balances_.rend() || sum->period != period) {
-      balances_.push_back({.period = period, .batchId = batchId, .quantity = {}, .amount = {}});
-      sum = balances_.rbegin();
-    }
-    sum->quantity += rows.GetQuantity(3);
-    sum->amount += rows.Amount(4);
-  }
-  std::ranges::sort(balances_, [this](const Balance& left, const Balance& right) {
-    if (left.period != right.period) return left.period < right.period;
-    auto number = [this](const Balance& each) -> const std::string& {
-      static const std::string kNone;
-      const auto known = batches_.find(each.batchId);
-      return known == batches_.end() ? kNone : known->second.number;
-    };
-    return number(left) < number(right);
-  });
-}
-
-void LedgerReader::AddBalances(RowAppender& rows, std::int32_t itemId, std::int32_t period, bool keepsZero,
-                               const LedgerChoice& choice) {
-  auto at = std::ranges::lower_bound(balances_, period, {}, &Balance::period);
-  for (; at != balances_.end() && at->period == period; ++at) {
-    const Balance& balance = *at;
-    if (!keepsZero && balance.quantity == Quantity() && balance.amount == Currency()) continue;
-    rows.SetText(0, ChosenBatch(balance.batchId, choice)->number);
-    rows.SetDouble(1, balance.quantity.ToDouble());
-    rows.SetCurrency(2, balance.amount);
-    rows.SetCurrency(3, Currency());
-    rows.SetInteger(4, itemId);
-    rows.CommitRow();
+void LedgerReader::ReadBalances(std::int32_t itemId, std::int32_t period) {
+  batches_.resize(1);
+  batches_.front() = {.number = {}, .chosen = !choice_->HasBatchRange(), .quantity = {}, .amount = {}};
+  knowsBatches_ = false;
+  balances_.Bind(itemId, period);
+  while (balances_.Step()) {
+    if (!choice_->HasWarehouse(balances_.Integer(0))) continue;
+    Batch* const batch = ChosenBatch(itemId, balances_.Integer(1));
+    if (batch == nullptr) continue;
+    batch->quantity += balances_.GetQuantity(2);
+    batch->amount += balances_.Amount(3);
   }
 }
 
-void LedgerReader::AddMovements(LedgerRows& target, std::int32_t itemId, std::int32_t firstPeriod,
-                                std::int32_t lastPeriod, const LedgerChoice& choice) {
-  std::size_t rowCount = RowsIn(target);
+void LedgerReader::AddMovement(std::int32_t itemId, Output& output) {
+  if (!choice_->everyWarehouse && !choice_->HasWarehouse(movements_.Integer(9))) return;
+  Batch* const batch = ChosenBatch(itemId, movements_.Integer(4));
+  if (batch == nullptr) return;
+  const bool isIn = movements_.Int32(6) > 0;
+  const Quantity quantity = movements_.GetQuantity(7);
+  const Currency amount = movements_.Amount(8);
+  batch->quantity += isIn ? quantity : -quantity;
+  batch->amount += isIn ? amount : -amount;
+  batch->moved = true;
+  const std::int64_t billId = movements_.Integer(1);
+  const BillText bill = bills_.Of(billId);
+  RowAppender& row = output.Movements().row;
+  row.SetInteger(0, static_cast<std::int32_t>(billId));
+  row.SetInteger(1, movements_.Int32(2));
+  row.SetDate(2, movements_.GetDate(3));
+  row.SetText(3, bill.voucher);
+  row.SetText(4, batch->number);
+  row.SetText(5, bill.explanation);
+  row.SetText(6, ClassName(bill.billClass));
+  row.SetText(7, AuxName(movements_.Integer(5)));
+  row.SetText(8, bill.number);
+  row.SetInteger(9, bill.billClass);
+  SetSide(row, kIn, isIn ? quantity.ToDouble() : 0, isIn ? amount : Currency());
+  SetSide(row, kOut, isIn ? 0 : quantity.ToDouble(), isIn ? Currency() : amount);
+  row.SetInteger(18, itemId);
+  output.Movements().Commit();
+}
+
+void LedgerReader::ReadItem(std::int32_t itemId, std::int32_t firstPeriod, std::int32_t lastPeriod,
+                            ItemLedger& ledger) {
+  const std::int32_t known = std::max(firstPeriod - 1, balancesFrom_);  // from here on there are balances
+  ReadBalances(itemId, std::min(known, balancesUntil_));
+  Output output(itemId, ledger);
+  auto begin = [&](std::int32_t period) {
+    output.BeginPeriod();
+    for (Batch& batch : batches_) batch.moved = false;
+    if (period > known) output.AddOpening(batches_);
+  };
+  auto end = [&](std::int32_t period) {
+    if (period < known) return;
+    output.AddClosing(batches_, period <= balancesUntil_ && !choice_->leavesOutZero);
+  };
   std::int32_t at = firstPeriod;
-  target.starts = {rowCount};
-  RowAppender row(*target.rows);
-  Statement rows =
-      store_.Reading().Query(kMovementSql, itemId, DaysOf(firstPeriod).first, DaysOf(lastPeriod).past);
-  while (rows.Step()) {
-    const Batch* batch = ChosenBatch(rows.Integer(5), choice);
-    if (batch == nullptr || !choice.HasWarehouse(rows.Integer(13))) continue;
-    for (const std::int32_t period = std::min(rows.Int32(0), lastPeriod); at < period; ++at) {
-      target.starts.push_back(rowCount);
+  begin(at);
+  movements_.Bind(itemId, DaysOf(firstPeriod).first, DaysOf(lastPeriod).past);
+  while (movements_.Step()) {
+    for (const std::int32_t period = std::min(movements_.Int32(0), lastPeriod); at < period; begin(++at)) {
+      end(at);
     }
-    row.SetInteger(0, rows.Int32(1));
-    row.SetInteger(1, rows.Int32(2));
-    row.SetDate(2, rows.GetDate(3));
-    row.SetText(3, rows.TextView(4));
-    row.SetText(4, batch->number);
-    row.SetText(5, rows.TextView(6));
-    row.SetText(6, ClassName(rows.Int32(7)));
-    row.SetText(7, AuxName(rows.Integer(8)));
-    row.SetText(8, rows.TextView(9));
-    row.SetInteger(9, rows.Int32(7));
-    const bool isIn = rows.Int32(10) > 0;
-    const double quantity = rows.GetQuantity(11).ToDouble();
-    SetSide(row, kIn, isIn ? quantity : 0, isIn ? rows.Amount(12) : Currency());
-    SetSide(row, kOut, isIn ? 0 : quantity, isIn ? Currency() : rows.Amount(12));
-    row.SetInteger(18, itemId);
-    row.CommitRow();
-    ++rowCount;
+    AddMovement(itemId, output);
   }
-  for (; at <= lastPeriod; ++at) target.starts.push_back(rowCount);
+  for (; at < lastPeriod; begin(++at)) end(at);
+  end(at);
+  output.BeginPeriod();
 }
 
-ItemLedger LedgerReader::Read(std::int32_t itemId, std::int32_t firstPeriod, std::int32_t lastPeriod,
-                              const LedgerChoice& choice) {
-  ItemLedger ledger = NewLedger();
+void LedgerReader::Read(std::int32_t itemId, std::int32_t firstPeriod, std::int32_t lastPeriod,
+                        const Variant& filter, ItemLedger& ledger) {
   const Transaction picture(store_.Reading(), Transaction::Kind::kRead);
-  const std::int32_t until = BalancesUntil();
-  ReadBatches(itemId, choice);
-  ReadBalances(itemId, std::min(firstPeriod - 1, until), std::min(lastPeriod, until), choice);
-  RowAppender opening(*ledger.opening.rows);
-  RowAppender closing(*ledger.closing.rows);
-  for (std::int32_t period = firstPeriod; period <= lastPeriod; ++period) {
-    ledger.opening.starts.push_back(RowsIn(ledger.opening));
-    ledger.closing.starts.push_back(RowsIn(ledger.closing));
-    AddBalances(opening, itemId, std::min(period - 1, until), false, choice);
-    AddBalances(closing, itemId, std::min(period, until), period <= until && !choice.leavesOutZero, choice);
-  }
-  ledger.opening.starts.push_back(RowsIn(ledger.opening));
-  ledger.closing.starts.push_back(RowsIn(ledger.closing));
-  AddMovements(ledger.happened, itemId, firstPeriod, lastPeriod, choice);
-  return ledger;
+  Renew(filter);
+  auto isFull = [](const LedgerRows& rows) { return !rows.rows || rows.rows->RecordCount() >= kManyRows; };
+  if (isFull(ledger.opening) || isFull(ledger.happened) || isFull(ledger.closing)) ledger = NewLedger();
+  ReadItem(itemId, firstPeriod, lastPeriod, ledger);
 }
 
 ItemLedger LedgerReader::ReadAll(const std::vector<std::int32_t>& items, std::int32_t period,
-                                 const LedgerChoice& choice) {
-  ItemLedger ledger = NewLedger();
+                                 const Variant& filter) {
   const Transaction picture(store_.Reading(), Transaction::Kind::kRead);
-  const std::int32_t until = BalancesUntil();
-  for (const std::int32_t item : items) {
-    ReadBatches(item, choice);
-    ReadBalances(item, std::min(period - 1, until), std::min(period, until), choice);
-    RowAppender opening(*ledger.opening.rows);
-    RowAppender closing(*ledger.closing.rows);
-    AddBalances(opening, item, std::min(period - 1, until), false, choice);
-    AddBalances(closing, item, std::min(period, until), period <= until && !choice.leavesOutZero, choice);
-    AddMovements(ledger.happened, item, period, period, choice);
-  }
+  Renew(filter);
+  ItemLedger ledger = NewLedger();
+  for (const std::int32_t item : items) ReadItem(item, period, period, ledger);
   return ledger;
 }
 

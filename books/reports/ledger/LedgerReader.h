@@ -1,12 +1,15 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
+#include "books/reports/ledger/BillTexts.h"
 #include "books/reports/ledger/LedgerChoice.h"
-#include "platform/rows/RowAppender.h"
+#include "platform/rows/Recordset.h"
 
 namespace books::reports {
 
@@ -16,7 +19,8 @@ struct PeriodDays {
   platform::Date past;
 };
 
-// The rows of a stretch of periods, each period's rows together, and where they begin.
+// The rows of a stretch of periods, each period's rows together, and where they begin. The recordset may hold
+// rows of other stretches before them.
 struct LedgerRows {
   platform::Ref<platform::Recordset> rows;
   std::vector<std::size_t> starts;  // of each period, and the end of the last
@@ -33,51 +37,61 @@ struct ItemLedger {
   LedgerRows closing;
 };
 
-// Reads an item's ledger in one go: its balances and its movements, each from one place of the book. Kept
-// with the book, so that names which occur again and again are read once an output.
+// Reads an item's ledger in one go. Kept with the book; what it knows of the book from earlier items (names,
+// bills, whom a filter chooses) holds as long as nobody has written to the book.
 class LedgerReader {
  public:
-  explicit LedgerReader(services::Store& store) : store_(store) {}
+  explicit LedgerReader(services::Store& store);
 
-  // Texts may have changed since the last output.
-  void Forget();
   PeriodDays DaysOf(std::int32_t period);
-  // An item over a stretch of periods.
-  ItemLedger Read(std::int32_t itemId, std::int32_t firstPeriod, std::int32_t lastPeriod,
-                  const LedgerChoice& choice);
+  // An item over a stretch of periods. The rows are added to those of `ledger` while they are few, otherwise
+  // to new ones; slices that were handed out stay as they are.
+  void Read(std::int32_t itemId, std::int32_t firstPeriod, std::int32_t lastPeriod,
+            const platform::Variant& filter, ItemLedger& ledger);
   // All items of a list in one period.
-  ItemLedger ReadAll(const std::vector<std::int32_t>& items, std::int32_t period, const LedgerChoice& choice);
+  ItemLedger ReadAll(const std::vector<std::int32_t>& items, std::int32_t period,
+                     const platform::Variant& filter);
 
  private:
+  // A batch of the item that is being read, and what lies of it. The first one stands for goods without.
   struct Batch {
+    std::int64_t id = 0;
     std::string number;
     bool chosen = true;
-  };
-  struct Balance {
-    std::int32_t period = 0;
-    std::int64_t batchId = 0;
     database::Quantity quantity;
     platform::Currency amount;
+    bool moved = false;
   };
+  class Output;
 
-  void ReadBatches(std::int32_t itemId, const LedgerChoice& choice);
-  const Batch* ChosenBatch(std::int64_t id, const LedgerChoice& choice) const;
-  void ReadBalances(std::int32_t itemId, std::int32_t firstPeriod, std::int32_t lastPeriod,
-                    const LedgerChoice& choice);
-  void AddBalances(platform::RowAppender& rows, std::int32_t itemId, std::int32_t period, bool keepsZero,
-                   const LedgerChoice& choice);
-  void AddMovements(LedgerRows& target, std::int32_t itemId, std::int32_t firstPeriod,
-                    std::int32_t lastPeriod, const LedgerChoice& choice);
-  std::int32_t BalancesUntil();
-  const std::string& AuxName(std::int64_t id);
-  const std::string& ClassName(std::int32_t billClass);
+  void Renew(const platform::Variant& filter);
+  void ReadItem(std::int32_t itemId, std::int32_t firstPeriod, std::int32_t lastPeriod, ItemLedger& ledger);
+  void ReadBatches(std::int32_t itemId);
+  Batch* ChosenBatch(std::int32_t itemId, std::int64_t id);
+  void ReadBalances(std::int32_t itemId, std::int32_t period);
+  void AddMovement(std::int32_t itemId, Output& output);
+  std::string_view AuxName(std::int64_t id);
+  std::string_view ClassName(std::int32_t billClass);
 
   services::Store& store_;
-  std::unordered_map<std::int64_t, Batch> batches_;  // of the item that is being read
-  std::vector<Balance> balances_;                    // likewise, by period and batch
+  database::Statement movements_;
+  database::Statement balances_;
+  database::Statement itemBatches_;
+
+  // As of `version_` of the book.
+  std::int64_t version_ = 0;
+  LedgerFilterMark mark_;
+  std::optional<LedgerChoice> choice_;
+  std::int32_t balancesFrom_ = 0;  // the period before accounting began: its balances are the opening stock
+  std::int32_t balancesUntil_ = 0;
+  BillTexts bills_;
   std::unordered_map<std::int64_t, std::string> auxNames_;
-  std::unordered_map<std::int32_t, std::string> classNames_;
+  std::vector<std::pair<std::int32_t, std::string>> classNames_;
   std::unordered_map<std::int32_t, PeriodDays> days_;
+
+  std::vector<Batch> batches_;          // by number
+  std::vector<std::int64_t> batchIds_;  // of the same
+  bool knowsBatches_ = false;
 };
 
 }  // namespace books::reports

@@ -91,7 +91,7 @@ class MovementDetail {
 
   Ref<Recordset> Read() {
     const database::Transaction picture(store_.Reading(), database::Transaction::Kind::kRead);
-    MovementReader reader(store_, choice_);
+    MovementReader reader(store_, choice_, {});
     for (const StockItem& item : items_.All()) ReadItem(item, reader.Read(item.id));
     if (!shape_.byItem) WriteMoves();
     if (hasTotal_) WriteTotal();

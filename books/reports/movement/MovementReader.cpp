@@ -19,10 +19,10 @@ WHERE item_id = ? AND period = ?
 
 // What happened before the first day belongs to the opening figures, whoever's bill it was.
 constexpr std::string_view kMovementSql = R"sql(
-SELECT m.date, m.bill_id, m.direction, m.line, m.bill_class, m.warehouse_id, m.batch_id, m.aux_id,
-       m.quantity, m.aux_quantity, m.amount
+SELECT m.date, m.direction, m.bill_class, m.quantity, m.aux_quantity, m.amount,
+       {bill}, {warehouse}, {batch}, {aux}
 FROM movement m
-WHERE m.item_id = ? AND m.date >= ? AND m.date <= ? {bills}
+WHERE m.item_id = ? AND m.date >= ? AND m.date <= ? {who}
 ORDER BY m.date, m.day_order, m.bill_id, m.direction, m.line
 )sql";
 
@@ -34,13 +34,17 @@ AND (m.date < ? OR EXISTS (
   WHERE b.id = m.bill_id AND {conditions}))
 )sql";
 
-std::string MovementSql(const MovementChoice& choice) {
-  std::string bills;
+std::string MovementSql(const MovementChoice& choice, const MovementParts& parts) {
+  std::string who;
   if (choice.byBill) {
     const Slot conditions[] = {{"conditions", choice.bills.Sql()}};
-    bills = Compose(kBillSql, conditions).sql;
+    who = Compose(kBillSql, conditions).sql;
   }
-  const Slot slots[] = {{"bills", bills}};
+  const Slot slots[] = {{"bill", parts.bills ? "m.bill_id, m.line" : "0, 0"},
+                        {"warehouse", parts.warehouses ? "m.warehouse_id" : "0"},
+                        {"batch", parts.batches ? "m.batch_id" : "0"},
+                        {"aux", parts.auxiliaries ? "m.aux_id" : "0"},
+                        {"who", who}};
   return Compose(kMovementSql, slots).sql;
 }
 
@@ -69,10 +73,14 @@ bool IsReceipt(std::int32_t billClass, std::int32_t direction) {
   }
 }
 
-MovementReader::MovementReader(services::Store& store, const MovementChoice& choice)
+MovementReader::MovementReader(services::Store& store, const MovementChoice& choice, MovementParts parts)
     : choice_(choice),
+      parts_{.bills = parts.bills || choice.hidesSamePrice,
+             .warehouses = parts.warehouses || choice.hidesSamePrice || !choice.warehouses.all,
+             .batches = parts.batches || !choice.batches.all,
+             .auxiliaries = parts.auxiliaries || !choice.auxiliaries.all},
       balances_(store.Reading().Prepare(kBalanceSql)),
-      movements_(store.Reading().Prepare(MovementSql(choice))) {}
+      movements_(store.Reading().Prepare(MovementSql(choice, parts_))) {}
 
 const ItemMovement& MovementReader::Read(std::int64_t itemId) {
   item_.opening.clear();
@@ -110,28 +118,34 @@ void MovementReader::ReadMoves(std::int64_t itemId) {
     }
   }
   while (movements_.Step()) {
-    const Place place{.warehouseId = movements_.Integer(5),
-                      .batchId = movements_.Integer(6),
-                      .auxId = movements_.Integer(7)};
-    if (!IsChosen(place)) continue;
-    const std::int32_t direction = movements_.Int32(2);
-    const Sums figures = SumsFrom(movements_, 8);
-    const Sums change = direction > 0 ? figures : -figures;
-    const platform::Date date = movements_.GetDate(0);
-    if (date < choice_.base.from) {
-      item_.opening.push_back({.place = place, .sums = change});
-    } else if (choice_.Happens(date)) {
-      const std::int32_t billClass = movements_.Int32(4);
-      const bool receipt = IsReceipt(billClass, direction);
-      item_.moves.push_back({.date = date,
-                             .billId = movements_.Integer(1),
-                             .line = movements_.Int32(3),
-                             .direction = direction,
-                             .billClass = billClass,
-                             .place = place,
-                             .receipt = receipt,
-                             .sums = receipt ? change : -change});
-    }
+    Place place;
+    if (parts_.warehouses) place.warehouseId = movements_.Integer(8);
+    if (parts_.batches) place.batchId = movements_.Integer(9);
+    if (parts_.auxiliaries) place.auxId = movements_.Integer(10);
+    if (IsChosen(place)) AddMove(place);
+  }
+}
+
+void MovementReader::AddMove(const Place& place) {
+  const std::int32_t direction = movements_.Int32(1);
+  const Sums figures = SumsFrom(movements_, 3);
+  const Sums change = direction > 0 ? figures : -figures;
+  const platform::Date date = movements_.GetDate(0);
+  if (date < choice_.base.from) {
+    item_.opening.push_back({.place = place, .sums = change});
+    return;
+  }
+  if (!choice_.Happens(date)) return;
+  Move& move = item_.moves.emplace_back();
+  move.date = date;
+  move.direction = direction;
+  move.billClass = movements_.Int32(2);
+  move.receipt = IsReceipt(move.billClass, direction);
+  move.place = place;
+  move.sums = move.receipt ? change : -change;
+  if (parts_.bills) {
+    move.billId = movements_.Integer(6);
+    move.line = movements_.Int32(7);
   }
 }
 

@@ -69,11 +69,20 @@ struct ItemMovement {
   std::vector<Move> moves;
 };
 
+// What a report tells of a movement beside its figures. The rest reads as 0 where the choice has no need of
+// it either: what is not read costs nothing.
+struct MovementParts {
+  bool bills = true;
+  bool warehouses = true;
+  bool batches = true;
+  bool auxiliaries = true;
+};
+
 // Reads items one after the other: the stored balances of the period before the first day, and the movements
 // since. Both tables are clustered by item, so each item is read in two places of the book.
 class MovementReader {
  public:
-  MovementReader(services::Store& store, const MovementChoice& choice);
+  MovementReader(services::Store& store, const MovementChoice& choice, MovementParts parts);
 
   // Good until the next item is read.
   const ItemMovement& Read(std::int64_t itemId);
@@ -82,9 +91,11 @@ class MovementReader {
   bool IsChosen(const Place& place) const;
   void ReadOpening(std::int64_t itemId);
   void ReadMoves(std::int64_t itemId);
+  void AddMove(const Place& place);
   void DropSamePrice();
 
   const MovementChoice& choice_;
+  MovementParts parts_;
   database::Statement balances_;
   database::Statement movements_;
   ItemMovement item_;

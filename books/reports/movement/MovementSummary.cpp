@@ -121,7 +121,11 @@ const std::string& MovementSummary::SupplierOf(std::int64_t itemId) const {
 
 void MovementSummary::Read(const std::function<void(const SummaryLine&)>& sink) {
   const database::Transaction picture(store_.Reading(), database::Transaction::Kind::kRead);
-  MovementReader reader(store_, choice_);
+  MovementReader reader(store_, choice_,
+                        {.bills = false,
+                         .warehouses = choice_.byWarehouse,
+                         .batches = shape_.by == SummaryBy::kBatch,
+                         .auxiliaries = false});
   rows_.clear();
   for (const StockItem& item : items_.All()) AddRows(item, reader.Read(item.id));
   if (shape_.by == SummaryBy::kWarehouse) {

@@ -172,17 +172,32 @@ TEST_F(LedgerWalkTest, SummaryRowsSayWhatTheyAre) {
 }
 
 TEST_F(LedgerWalkTest, AFailureInTheMiddleLeavesNoPageAndTheNextRunIsClean) {
+  const auto none = [] { return TextRows({"F"}, {}); };
+  bool fails = true;
   desk.On("TOVMStockRpt.Data10402", "GetPerioddata",
-          [this](std::span<platform::Variant>) -> platform::Variant {
-            fetches.emplace_back("failed");
-            throw platform::Error(platform::ErrorNumber::kUserDefined, "data", "服务器连接中断");
+          [&](std::span<platform::Variant> arguments) -> platform::Variant {
+            const std::string period = platform::ToText(arguments[3]);
+            fetches.push_back(period);
+            if (fails && period == "4")
+              throw platform::Error(platform::ErrorNumber::kUserDefined, "data", "服务器连接中断");
+            return Keys({{"rsBegBal", none()},
+                         {"rsHappen", none()},
+                         {"rsEndBal", none()},
+                         {"BDate", platform::Date::Of(2024, 3, 1)},
+                         {"EDate", platform::Date::Of(2024, 4, 1)}});
           });
-  Open(1, Months(2024, 3, 2024, 4));
+  Open(1, Months(2024, 3, 2024, 5));
   EXPECT_EQ(Result(), "{OK: False, Error: '服务器连接中断'}");
   EXPECT_EQ(Spell(report->Rows()), "nothing");
-  EXPECT_EQ(fetches.size(), 1U);
+  EXPECT_THAT(fetches, ElementsAre("3", "4"));
   EXPECT_EQ(desk.Count("abandoned"), 0);
   EXPECT_EQ(desk.Count("new TOVMStockRpt.Data10402"), desk.Count("end TOVMStockRpt.Data10402"));
+  fails = false;
+  fetches.clear();
+  report->Refresh();
+  EXPECT_EQ(Result(), "{OK: True, Error: ''}");
+  EXPECT_THAT(fetches, ElementsAre("3", "4", "5"));
+  EXPECT_EQ(Page()->RecordCount(), 6) << "nothing is left of the run that failed";
 }
 
 TEST_F(LedgerWalkTest, AnswersThatAreNoneAreTold) {

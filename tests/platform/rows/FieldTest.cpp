@@ -78,7 +78,7 @@ TEST(TextStoreTest, KeepsEachTextOnce) {
     EXPECT_EQ(store.Text(ids[i]), texts[i]);
     EXPECT_EQ(store.Keep(texts[i]), ids[i]);
   }
-  EXPECT_EQ(store.DistinctCount(), ids.size());
+  EXPECT_EQ(store.Count(), ids.size());
 }
 
 TEST(TextStoreTest, ManyTextsOfAllLengthsStayWhereTheyAre) {
@@ -100,7 +100,7 @@ TEST(TextStoreTest, ManyTextsOfAllLengthsStayWhereTheyAre) {
       kept.push_back(text);
     }
   }
-  EXPECT_EQ(store.DistinctCount(), model.size());
+  EXPECT_EQ(store.Count(), model.size());
   for (std::size_t i = 0; i < kept.size(); ++i) ASSERT_EQ(views[i], kept[i]);
 }
 

@@ -221,6 +221,38 @@ TEST_F(Data10402Test, BeforeAndAfterTheBook) {
   EXPECT_THAT(Closing(*after), ElementsAre(" 77 152 0"));
 }
 
+TEST_F(Data10402Test, WhatIsNotThereHasNoRows) {
+  struct Row {
+    const char* name;
+    std::int64_t item;
+    Entries filter;
+  };
+  const std::vector<Row> rows = {
+      {"an item that does not exist", 9999, {{"EYear", 2025}, {"EPeriod", 4}}},
+      {"a group of items", books::test::tiny::kDrinks, {}},
+      {"a warehouse that does not exist", kJuice, {{"BStockNumber", "9"}, {"EStockNumber", "99"}}},
+      {"warehouses whose end lies before their start",
+       kJuice,
+       {{"BStockNumber", "03"}, {"EStockNumber", "01"}}},
+      {"a batch that does not exist", kYogurt, {{"BBatchNo", "Z"}, {"EBatchNo", "ZZ"}}},
+      {"a user without a right to any warehouse",
+       kJuice,
+       {{"DataRightWhere", " (CharIndex('12',v4.FRightUserID)>0 OR ISNULL(v4.FItemID,0)=0) "}}},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    for (const std::int16_t period : {std::int16_t{1}, std::int16_t{2}}) {
+      const Ref<Dictionary> answer = Period(row.item, 2025, period, FilterOf(row.filter));
+      EXPECT_THAT(Opening(*answer), IsEmpty());
+      EXPECT_THAT(Movements(*answer), IsEmpty());
+      EXPECT_THAT(Closing(*answer), IsEmpty());
+    }
+  }
+  const Ref<Dictionary> endsBefore = FilterOf({{"EYear", 2024}, {"EPeriod", 12}});
+  EXPECT_EQ(Movements(*Period(kJuice, 2025, 1, endsBefore)).size(), 6U)
+      << "an end before the start reads nothing ahead, the period is answered";
+}
+
 TEST_F(Data10402Test, AllItemsAtOnce) {
   const Ref<Dictionary> filter = FilterOf({{"EYear", 2025}, {"EPeriod", 2}});
   const Ref<Dictionary> all =
