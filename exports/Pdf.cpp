@@ -69,11 +69,11 @@ class Document {
         name_(MakeLayout(kNameSize, true)) {
     RequireSound();
     cairo_pdf_surface_set_metadata(surface_.get(), CAIRO_PDF_METADATA_TITLE, sheet.name.c_str());
-    Measure();
-    ChoosePages();
   }
 
   bool Write(const Progress& progress) {
+    if (!Measure(progress)) return false;
+    ChoosePages();
     const ProgressSteps steps(progress, sheet_.RowCount() * pages_.size());
     const std::size_t all = PageCount();
     std::size_t number = 0;
@@ -149,12 +149,14 @@ class Document {
     return width;
   }
 
-  void Measure() {
+  // Asks for every column: all of them together may take longer than a user waits without a word.
+  bool Measure(const Progress& progress) {
     const auto& columns = sheet_.grid.Columns();
     const Measures plain = MeasuresOf(plain_.get());
     const Measures bold = MeasuresOf(bold_.get());
     bool keys = true;
     for (std::size_t i = 0; i < columns.size(); ++i) {
+      if (progress && !progress(0, sheet_.RowCount())) return false;
       const double width = std::max({WidthOf(bold_.get(), columns[i].caption),
                                      WidthOf(bold_.get(), columns[i].second), WidthOfCells(i, plain, bold)});
       keys = keys && i < kKeyColumns && columns[i].alignment == Alignment::kLeft;
@@ -162,6 +164,7 @@ class Document {
                           .groupSpan = columns[i].groupSpan,
                           .key = keys});
     }
+    return true;
   }
 
   void ChoosePages() {

@@ -33,7 +33,7 @@ const kMostWidth = 800;
 
 function standardWidth(column: ColumnDescription, heading: Heading): number {
   if (isNumeric(column.type)) return Math.max(104, (heading.second || heading.first).length * 15 + 24);
-  const base = /Unit|Status/.test(column.field) ? 72 : /Name$/.test(column.field) ? 168 : /Model|BillNo|Batch/.test(column.field) ? 128 : 104;
+  const base = /Unit|Status/.test(column.field) ? 72 : /Name$/.test(column.field) ? 168 : /BillNo/.test(column.field) ? 152 : /Model|Batch|Bar/.test(column.field) ? 128 : 104;
   return Math.max(base, heading.oneLine ? heading.first.length * 15 + 24 : 0);
 }
 
