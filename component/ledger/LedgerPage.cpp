@@ -203,6 +203,18 @@ std::string_view LedgerPage::PeriodName(std::int16_t year, std::int16_t period) 
   return periodName_;
 }
 
+void LedgerPage::SetTitles(const LedgerTitles& titles) {
+  const bool asBefore = hasTitles_ && &titles == titles_;
+  for (std::size_t i = 0; i < kLedgerTitles; ++i) {
+    if (titles[i].empty()) continue;
+    if (asBefore) {
+      rows_.RepeatText(targets_[kFieldCount + i].column);
+    } else {
+      SetText(kFieldCount + i, titles[i]);
+    }
+  }
+}
+
 void LedgerPage::Add(const LedgerRow& row, const LedgerTitles* titles) {
   auto setInteger = [this](std::size_t field, std::int32_t number) {
     rows_.SetInteger(targets_[field].column, number);
@@ -226,11 +238,8 @@ void LedgerPage::Add(const LedgerRow& row, const LedgerTitles* titles) {
   SetFigures(kOut, row.out);
   SetFigures(kBalance, row.balance);
   setInteger(kSumSort, row.sumSort);
-  if (titles != nullptr && targets_.size() > kFieldCount) {
-    for (std::size_t i = 0; i < kLedgerTitles; ++i) {
-      if (!(*titles)[i].empty()) SetText(kFieldCount + i, (*titles)[i]);
-    }
-  }
+  if (titles != nullptr && targets_.size() > kFieldCount) SetTitles(*titles);
+  hasTitles_ = titles == titles_;
   rows_.CommitRow();
 }
 

@@ -58,7 +58,7 @@ LedgerTitles TitlesOf(const platform::Ref<platform::Vector>& lines);
 // day. While it lives nobody else may add rows to the recordset.
 class LedgerPage {
  public:
-  // Rows that AddLedgerRow adds carry these titles; null for a page without them.
+  // Rows that AddLedgerRow adds carry these titles, which stay as they are; null for a page without them.
   explicit LedgerPage(platform::Recordset& page, const LedgerTitles* titles = nullptr);
 
   void AddLedgerRow(const LedgerRow& row) { Add(row, titles_); }
@@ -69,6 +69,7 @@ class LedgerPage {
 
  private:
   void Add(const LedgerRow& row, const LedgerTitles* titles);
+  void SetTitles(const LedgerTitles& titles);
   void SetText(std::size_t field, std::string_view text);
   void SetFigures(std::size_t firstField, const LedgerFigures& figures);
   std::string_view PeriodName(std::int16_t year, std::int16_t period);
@@ -81,6 +82,7 @@ class LedgerPage {
   platform::Recordset& page_;
   platform::RowAppender rows_;
   const LedgerTitles* titles_;
+  bool hasTitles_ = false;       // the row before carries them
   std::vector<Target> targets_;  // by the field's place in NewLedgerRs
   std::int32_t namedPeriod_ = 0;
   std::string periodName_;

@@ -17,6 +17,10 @@ class RowAppender {
 
   // Columns are those of Recordset::FieldIndex; one that the recordset does not have is the caller's fault.
   void SetText(std::size_t column, std::string_view text) { rows_->SetText(column, row_, text); }
+  // The text of the row before once more; there must be such a row, with a text in this column.
+  void RepeatText(std::size_t column) {
+    rows_->SetCell(column, row_, rows_->Cell<TextStore::Id>(column, row_ - 1));
+  }
   void SetInteger(std::size_t column, std::int32_t number) { rows_->SetInteger(column, row_, number); }
   void SetDouble(std::size_t column, double number) { rows_->SetDouble(column, row_, number); }
   void SetCurrency(std::size_t column, Currency amount) { rows_->SetCurrency(column, row_, amount); }

@@ -1,0 +1,149 @@
+// Columns of one value, of few values and of many, with gaps, written again and cut short: whatever form a
+// column takes, it reads as a plain list does.
+#include <optional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "platform/rows/RowAppender.h"
+#include "platform/rows/RowStore.h"
+
+namespace platform {
+namespace {
+
+struct Habit {
+  const char* name;
+  std::uint32_t values;  // how many different ones
+  std::uint32_t gaps;    // of a hundred cells
+};
+
+constexpr Habit kHabits[] = {{"one value", 1, 0},        {"one value and gaps", 1, 20},
+                             {"few values", 7, 0},       {"few values and gaps", 7, 20},
+                             {"nearly many", 33, 1},     {"many values", 5000, 0},
+                             {"many and gaps", 5000, 5}, {"nothing", 1, 100}};
+constexpr std::size_t kColumns = std::size(kHabits);
+
+class RowModel {
+ public:
+  explicit RowModel(std::uint32_t seed) : random_(seed) {
+    for (const Habit& habit : kHabits) rows_->AppendField(habit.name, FieldType::kInt32);
+    for (const Habit& habit : kHabits)
+      rows_->AppendField(std::string("text, ") + habit.name, FieldType::kText);
+    rows_->Open();
+  }
+
+  std::uint32_t Below(std::uint32_t limit) { return static_cast<std::uint32_t>(random_() % limit); }
+
+  void Append(std::size_t count) {
+    RowAppender row(*rows_);
+    for (; count > 0; --count) {
+      model_.emplace_back(kColumns);
+      for (std::size_t column = 0; column < kColumns; ++column) {
+        const std::optional<std::int32_t> value = AnyValue(column);
+        model_.back()[column] = value;
+        if (!value) continue;
+        row.SetInteger(column, *value);
+        row.SetText(kColumns + column, std::to_string(*value));
+      }
+      row.CommitRow();
+    }
+  }
+  void WriteAgain(std::size_t count) {
+    for (; count > 0; --count) {
+      const std::size_t at = Below(static_cast<std::uint32_t>(model_.size()));
+      const std::size_t column = Below(kColumns);
+      rows_->SetAbsolutePosition(static_cast<std::int32_t>(at) + 1);
+      model_[at][column] = AnyValue(column);
+      if (model_[at][column]) {
+        rows_->SetInteger(column, *model_[at][column]);
+        rows_->SetText(kColumns + column, std::to_string(*model_[at][column]));
+      } else {
+        rows_->SetNull(column);
+        rows_->SetNull(kColumns + column);
+      }
+      rows_->Update();
+    }
+  }
+  void CutShort() {
+    model_.resize(Below(static_cast<std::uint32_t>(model_.size())) + 1);
+    rows_->TruncateTo(model_.size());
+  }
+
+  void Compare() const {
+    ASSERT_EQ(rows_->ViewCount(), model_.size());
+    for (std::size_t row = 0; row < model_.size(); ++row) {
+      for (std::size_t column = 0; column < kColumns; ++column) {
+        const std::optional<std::int32_t> value = model_[row][column];
+        ASSERT_EQ(rows_->IsNullAt(column, row), !value) << kHabits[column].name << " in row " << row;
+        ASSERT_EQ(rows_->IsNullAt(kColumns + column, row), !value);
+        if (!value) continue;
+        ASSERT_EQ(rows_->IntegerAt(column, row), *value) << kHabits[column].name << " in row " << row;
+        ASSERT_EQ(rows_->TextAt(kColumns + column, row), std::to_string(*value));
+      }
+    }
+  }
+
+ private:
+  std::optional<std::int32_t> AnyValue(std::size_t column) {
+    const Habit& habit = kHabits[column];
+    if (Below(100) < habit.gaps) return std::nullopt;
+    return static_cast<std::int32_t>(Below(habit.values));
+  }
+
+  std::mt19937 random_;
+  Ref<Recordset> rows_ = MakeRef<Recordset>();
+  std::vector<std::vector<std::optional<std::int32_t>>> model_;
+};
+
+TEST(RowStoreTest, ReadsAsAPlainListDoes) {
+  for (std::uint32_t seed = 1; seed <= 6; ++seed) {
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    RowModel rows(seed);
+    for (int round = 0; round < 4; ++round) {
+      rows.Append(1 + rows.Below(static_cast<std::uint32_t>(RowStore::kRowsPerGroup) * 3));
+      rows.WriteAgain(rows.Below(200));
+      ASSERT_NO_FATAL_FAILURE(rows.Compare());
+      if (rows.Below(2) == 0) rows.CutShort();
+      ASSERT_NO_FATAL_FAILURE(rows.Compare());
+    }
+  }
+}
+
+TEST(RowStoreTest, AColumnTakesTheRoomThatItsValuesNeed) {
+  const Ref<Recordset> same = MakeRef<Recordset>();
+  const Ref<Recordset> many = MakeRef<Recordset>();
+  for (const Ref<Recordset>& rows : {same, many}) {
+    rows->AppendField("FQty", FieldType::kDouble);
+    rows->Open();
+    RowAppender row(*rows);
+    for (std::size_t i = 0; i < RowStore::kRowsPerGroup * 16; ++i) {
+      row.SetDouble(0, rows == same ? 1.5 : static_cast<double>(i));
+      row.CommitRow();
+    }
+  }
+  EXPECT_LT(same->Bytes() * 10, many->Bytes());
+}
+
+TEST(RowStoreTest, ARepeatedTextIsThatOfTheRowBefore) {
+  const Ref<Recordset> rows = MakeRef<Recordset>();
+  rows->AppendField("FTitle", FieldType::kText);
+  rows->Open();
+  {
+    RowAppender row(*rows);
+    row.SetText(0, "a title");
+    row.CommitRow();
+    row.SetText(0, "another");
+    row.CommitRow();
+    for (std::size_t i = 0; i < RowStore::kRowsPerGroup; ++i) {
+      row.RepeatText(0);
+      row.CommitRow();
+    }
+  }
+  EXPECT_EQ(rows->TextAt(0, 0), "a title");
+  EXPECT_EQ(rows->TextAt(0, RowStore::kRowsPerGroup + 1), "another");
+}
+
+}  // namespace
+}  // namespace platform
