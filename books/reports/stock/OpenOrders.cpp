@@ -13,6 +13,7 @@ using database::Statement;
 
 // The deliveries that the order lines count are those of audited bills up to now. From them go those after
 // the day, or to them come those that are not audited; either way few bills, found by their indexes.
+// An order comes before its lines: they lie together, while by item they would be fetched one by one.
 constexpr std::string_view kOrderSql = R"sql(
 WITH changed AS (
   SELECT e.order_id AS order_id, e.order_line AS order_line, SUM(e.quantity) AS quantity
@@ -24,9 +25,9 @@ WITH changed AS (
   SELECT l.item_id AS item_id, COALESCE(l.aux_id, 0) AS aux_id, o.bill_class AS bill_class,
          l.quantity - l.delivered_quantity {sign} COALESCE(c.quantity, 0) AS quantity
   FROM order_bill o
-  JOIN order_entry l ON l.order_id = o.id
+  CROSS JOIN order_entry l
   LEFT JOIN changed c ON c.order_id = l.order_id AND c.order_line = l.line
-  WHERE o.closed = 0 AND l.closed = 0 AND {orders}
+  WHERE o.closed = 0 AND l.order_id = o.id AND l.closed = 0 AND {orders}
 )
 SELECT item_id, aux_id,
        SUM(CASE WHEN bill_class = ? THEN quantity ELSE 0 END),
