@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <tuple>
 #include <vector>
 
 #include "books/database/Connection.h"

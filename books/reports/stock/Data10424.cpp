@@ -192,6 +192,7 @@ platform::Ref<platform::Vector> Data10424::GetRptData(const std::string& /*props
     AvailableRows to(*rows, asked);
     if (!warehouses.empty()) {
       std::vector<std::int64_t> ids;
+      ids.reserve(warehouses.size());
       for (const Warehouse& warehouse : warehouses) ids.push_back(warehouse.id);
       const bool wholeBook = CountWarehouses(*store_) == static_cast<std::int64_t>(ids.size());
       Sources sources{.cells = StockCells(*store_, warehouses, cells),

@@ -124,6 +124,7 @@ std::vector<Line> LinesOf(SummedBy by, const StockItems& items, StockCells& cell
 
 void Cumulate(std::vector<Line>& lines) {
   std::vector<Line*> byAmount;
+  byAmount.reserve(lines.size());
   for (Line& line : lines) byAmount.push_back(&line);
   std::ranges::stable_sort(byAmount, std::greater(), [](const Line* line) { return line->figures.amount; });
   std::int64_t sum = 0;
