@@ -122,9 +122,10 @@ std::vector<Grid::Heading> Grid::ReadHeadings(const platform::Vector& header) {
       waiting = caption.marks + 1;
       ++groups;
     }
-    const bool inGroup = waiting > 0 && caption.text.empty();
+    // A caption of blanks says as little as none.
+    const bool inGroup = waiting > 0 && platform::TrimBlanks(caption.text).empty();
     waiting = inGroup ? waiting - 1 : 0;
-    GridColumn column{.caption = std::move(caption.text),
+    GridColumn column{.caption = inGroup ? std::string() : std::move(caption.text),
                       .second = Text(*description, "FHeadSecond"),
                       .type = Text(*description, "FColType"),
                       .field = Text(*description, "FColName")};

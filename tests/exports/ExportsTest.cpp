@@ -201,6 +201,15 @@ struct Figure {
   std::string shown;
 };
 
+TEST_F(Exports, ACaptionOfBlanksBelongsToTheGroup) {
+  const Ref<Vector> header =
+      HeaderOf({{"收货+|+|", "数量", "2", "FQty"}, {"", "名称", "1", "FName"}, {" ", "金额", "6", "FBal"}});
+  const exports::Grid grid(*header, *rows_);
+  ASSERT_EQ(grid.Columns().size(), 3U);
+  EXPECT_EQ(grid.Columns()[0].groupSpan, 3U);
+  EXPECT_EQ(grid.Columns()[2].caption, "");
+}
+
 TEST_F(Exports, ShowFiguresAsTheScreenDoes) {
   const std::vector<Figure> cases = {
       {"thousands", 1234567.891, 2, "1,234,567.89"},

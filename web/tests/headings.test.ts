@@ -18,6 +18,11 @@ describe("the caption language", () => {
       columns: [column("期初结存+|", "数量"), column("", "金额"), column("", "备注")],
       paths: ["期初结存/数量", "期初结存/金额", "备注"],
     },
+    {
+      name: "a caption of blanks belongs to the group",
+      columns: [column("采购收货+|+|", "数量"), column("", "辅助数量"), column(" ", "金额"), column("单价$")],
+      paths: ["采购收货/数量", "采购收货/辅助数量", "采购收货/金额", "单价"],
+    },
     { name: "category level", columns: [column("类别级次2$")], paths: ["类别级次2"] },
   ];
   it.each(cases)("$name", ({ columns, paths }) => {

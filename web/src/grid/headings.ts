@@ -41,7 +41,7 @@ export function readHeadings(columns: readonly HeadColumn[]): Heading[] {
       groupText = text;
       left = marks;
       headings.push({ first: text, second: column.second, oneLine: false, group });
-    } else if (column.caption === "" && left > 0) {
+    } else if (column.caption.trim() === "" && left > 0) {
       left -= 1;
       headings.push({ first: groupText, second: column.second, oneLine: false, group });
     } else {
