@@ -92,13 +92,6 @@ constexpr ServedClass kClasses[] = {
 
 std::span<const ServedClass> ServedClasses() { return kClasses; }
 
-Ref<Object> CreateServed(const ServedClass& served) {
-  if (served.make == nullptr) {
-    throw platform::Error(platform::ErrorNumber::kCannotCreate, "TOVStockRpt",
-                          "class not available in this version of the component: " +
-                              std::string(served.description.programmaticId));
-  }
-  return served.make();
-}
+Ref<Object> CreateServed(const ServedClass& served) { return served.make(); }
 
 }  // namespace component

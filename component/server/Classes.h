@@ -6,8 +6,7 @@
 
 namespace component {
 
-// One class of the class table. `make` is null for a report that this version of the component lists but
-// cannot create.
+// One class of the class table.
 struct ServedClass {
   platform::ComponentClass description;
   platform::Ref<platform::Object> (*make)() = nullptr;
@@ -16,7 +15,7 @@ struct ServedClass {
 // The fifteen report classes, in the order in which users read them.
 std::span<const ServedClass> ServedClasses();
 
-// A new object of the class; raises kCannotCreate for one that cannot be created.
+// A new object of the class.
 platform::Ref<platform::Object> CreateServed(const ServedClass& served);
 
 }  // namespace component
