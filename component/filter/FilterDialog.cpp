@@ -43,12 +43,16 @@ FilterDialog::FilterDialog(std::string name, std::span<const DialogField> fields
                            std::string_view filterControlId)
     : Form(std::move(name)), fields_(fields), filterControlId_(filterControlId) {
   int row = 0;
+  const DialogField* before = nullptr;
   for (const DialogField& field : fields_) {
     BuildField(field);
-    // A field labelled "to" stands beside the "from" field before it.
-    const bool sameRow = field.label.starts_with("至");
+    // A field labelled "to", and the second of two dates, stand beside the "from" field before them.
+    const bool secondDate =
+        before != nullptr && before->kind == FieldKind::kDate && field.kind == FieldKind::kDate;
+    const bool sameRow = secondDate || field.label.starts_with("至");
     if (!sameRow) ++row;
     ControlOf(field)->SetPlace({.row = row, .column = sameRow ? 1 : 0});
+    before = &field;
   }
 }
 

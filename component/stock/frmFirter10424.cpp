@@ -90,6 +90,7 @@ frmFirter10424::frmFirter10424()
   Field<TextBox>(kStockBox).SetReadOnly(true);
   auto& stocks = Add<Button>("cmdItem", 2);
   stocks.SetCaption("…");
+  stocks.SetPlace(Find(kStockBox)->GetPlace());  // the button's number is not that of its box
   stocks.onClick = [this] { ChooseStocks(); };
   for (int i = 0; i < kCheckCount; ++i) {
     Check(i).onClick = [this, i] { OnTimeRule(i); };

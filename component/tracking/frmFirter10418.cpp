@@ -48,7 +48,7 @@ constexpr DialogField kFields[] = {
 
 // The fields that say of themselves that they include what is typed: both ends of the numbers' range, and
 // texts that are looked for inside others.
-constexpr std::string_view kContained[] = {"txtItem(1)", "txtItem(6)", "txtItem(7)"};
+constexpr int kContained[] = {1, 6, 7};
 
 constexpr std::string_view kStates[] = {"全部", "在库", "已出库"};
 constexpr std::string_view kSorts[] = {"商品代码", "规格型号", "S/N号"};
@@ -59,13 +59,8 @@ frmFirter10418::frmFirter10418()
     : TOVRptFilterDialog(
           {.name = "frmFirter10418", .filterControl = "TOVRptFilter", .reportTitle = "序列号跟踪分析表"},
           kFields) {
-  int note = 0;
-  for (const std::string_view field : kContained) {
-    auto& label = Add<platform::Label>("lblNote", note++);
-    label.SetCaption(ResString("（包含）"));
-    platform::Place place = Find(field)->GetPlace();
-    ++place.column;
-    label.SetPlace(place);
+  for (const int contained : kContained) {
+    Add<platform::Label>("lblContained", contained).SetCaption(ResString("（包含）"));
   }
 }
 

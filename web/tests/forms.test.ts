@@ -50,6 +50,17 @@ describe("a dialog's layout", () => {
   it("puts both ends of a date range in one row", () => {
     expect(picture([control("DtpDate(0)", "date", { row: 1 }), control("DtpDate(1)", "date", { row: 2 }), control("DtpOther", "date", { row: 3 })])).toEqual(["DtpDate(0) | DtpDate(1)", "DtpOther", "= "]);
   });
+  it("draws a formula term by term, and a placed button behind its field", () => {
+    const controls = [
+      control("lbl_txtItem(2)", "label", { caption: "商品名称:" }), control("txtItem(2)", "text", { row: 3 }), control("lblContained(2)", "label", { caption: "(包含)" }),
+      control("txtItem(4)", "text", { row: 4 }), control("cmdItem(2)", "button", { caption: "…", row: 4 }),
+      control("chkitem(4)", "check", { frame: "fraFormula", row: 5 }), control("chkitem(5)", "check", { frame: "fraFormula", row: 6 }),
+      control("fraFormula", "frame"), control("lblFormula", "label", { caption: "可用库存", frame: "fraFormula" }),
+      control("lblSign(4)", "label", { caption: "=", frame: "fraFormula" }), control("lblSign(5)", "label", { caption: "+", frame: "fraFormula" }),
+    ];
+    expect(picture(controls)).toEqual(["商品名称:txtItem(2)", "txtItem(4)…", "[]", "lblFormula", "=chkitem(4)", "+chkitem(5)", "= "]);
+    expect(layOut(controls).sections[0]!.rows[0]!.cells[0]!.note?.caption).toBe("(包含)");
+  });
   it("leaves hidden controls out", () => {
     expect(picture([control("txtA", "text", { visible: false }), control("chkB", "check")])).toEqual(["chkB", "= "]);
   });

@@ -1,5 +1,5 @@
-// From the controls of a form to rows on the page: a label before its field, a lookup button behind it, the
-// end of a range beside its beginning, options and check boxes of a row together, frames around what they
+// From the controls of a form to rows on the page: a label before its field, a lookup button and a note ("contains")
+// behind it, the end of a range beside its beginning, options and check boxes of a row together, frames around what they
 // hold, and the buttons that end the form below.
 import type { Control } from "../protocol";
 
@@ -8,6 +8,7 @@ export interface FieldCell {
   label: Control | null;
   button: Control | null;
   spin: Control | null;
+  note: Control | null;
 }
 
 export interface FieldRow {
@@ -31,16 +32,20 @@ interface Companions {
   labels: Map<string, Control>;
   buttons: Map<string, Control>;
   spins: Map<string, Control>;
+  notes: Map<string, Control>;
   taken: Set<Control>;
 }
 
 function findCompanions(controls: readonly Control[]): Companions {
   const byName = new Map(controls.map((control) => [control.control.toLowerCase(), control]));
-  const found: Companions = { labels: new Map(), buttons: new Map(), spins: new Map(), taken: new Set() };
+  const found: Companions = { labels: new Map(), buttons: new Map(), spins: new Map(), notes: new Map(), taken: new Set() };
+  // A button that is given a place stands behind the field there, whatever its name.
+  const placed = controls.filter((control) => control.kind === "button" && control.row > 0);
   let before: Control | null = null; // the text box that a spin box behind it steps
   for (const control of controls) {
     if (control.kind === "label" || control.kind === "button" || control.kind === "frame") continue;
-    const label = byName.get(`lbl_${control.control}`.toLowerCase());
+    const index = /\(\d+\)$/.exec(control.control)?.[0] ?? "";
+    const label = byName.get(`lbl_${control.control}`.toLowerCase()) ?? (control.kind === "check" ? byName.get(`lblsign${index}`) : undefined);
     if (label) {
       found.labels.set(control.control, label);
       found.taken.add(label);
@@ -51,8 +56,15 @@ function findCompanions(controls: readonly Control[]): Companions {
     }
     if (control.kind !== "text") continue;
     before = control;
-    const button = byName.get(control.control.toLowerCase().replace(/^txt/, "cmd"));
+    const note = byName.get(`lblcontained${index}`);
+    if (note) {
+      found.notes.set(control.control, note);
+      found.taken.add(note);
+    }
+    const button =
+      placed.find((each) => each.row === control.row && each.column === control.column) ?? byName.get(control.control.toLowerCase().replace(/^txt/, "cmd"));
     if (button?.kind !== "button" || kEnding.test(button.control)) continue;
+    if (button.row > 0 && (button.row !== control.row || button.column !== control.column)) continue;
     found.buttons.set(control.control, button);
     found.taken.add(button);
   }
@@ -77,7 +89,8 @@ function addToRows(rows: FieldRow[], cell: FieldCell): void {
   const last = rows[rows.length - 1];
   const lastCell = last?.cells[last.cells.length - 1]?.control;
   if (isChoice(control)) {
-    if (last?.kind === "choices" && lastCell?.kind === control.kind) last.cells.push(cell);
+    // A term of a formula, which has its sign in front, has a row of its own.
+    if (last?.kind === "choices" && lastCell?.kind === control.kind && !cell.label) last.cells.push(cell);
     else rows.push({ kind: "choices", cells: [cell] });
     return;
   }
@@ -109,11 +122,17 @@ export function layOut(controls: readonly Control[]): FormLayout {
     const frame = (control.frame && frames.get(control.frame)) || null;
     let section = sections.find((s) => s.frame === frame && (frame !== null || s === sections[sections.length - 1]));
     if (!section) sections.push((section = { frame, rows: [] }));
+    // What a frame says of itself heads it.
+    if (frame !== null && control.kind === "label") {
+      section.rows.unshift({ kind: "wide", cells: [{ control, label: null, button: null, spin: null, note: null }] });
+      continue;
+    }
     addToRows(section.rows, {
       control,
       label: shown(companions.labels.get(control.control)),
       button: shown(companions.buttons.get(control.control)),
       spin: shown(companions.spins.get(control.control)),
+      note: shown(companions.notes.get(control.control)),
     });
   }
   return { sections: sections.filter((section) => section.rows.length > 0), ending };
