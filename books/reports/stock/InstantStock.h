@@ -38,11 +38,15 @@ struct SumRow {
 // Receives the rows in the report's order; a sum comes behind the rows that it sums.
 class StockRowSink {
  public:
+  StockRowSink() = default;
+  StockRowSink(const StockRowSink&) = delete;
+  StockRowSink& operator=(const StockRowSink&) = delete;
+  StockRowSink(StockRowSink&&) = delete;
+  StockRowSink& operator=(StockRowSink&&) = delete;
+  virtual ~StockRowSink() = default;
+
   virtual void Row(const StockRow& row, std::span<const Placed> places) = 0;
   virtual void Sum(const SumRow& sum) = 0;
-
- protected:
-  ~StockRowSink() = default;
 };
 
 // Filter keys: EDate, OnTime, CheckItem, ShareAbnormalAmt, ContainBills; BItemNumber, EItemNumber, ItemName,
