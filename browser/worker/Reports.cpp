@@ -272,7 +272,11 @@ void Reports::OpenDetail(const Command& command) {
   }
   const auto place = static_cast<std::int32_t>(report.view->RowAt(static_cast<std::size_t>(row)));
   const Ref<Object> detail = report.object->Call("GetDetailReport", place).AsRef<Object>();
-  if (!detail) return;
+  if (!detail) {
+    // Without a word of the report's own: it opens nothing for a row that sums up others.
+    if (!report.view->IsSummary(static_cast<std::size_t>(row))) return;
+    throw RefusedMessage("failed", "这是汇总行，没有单独的明细；请打开它所汇总的行。", command.id);
+  }
   const std::string programmaticId = "TOVStockRpt.Rpt" + platform::ToText(facts->Value("DetailRptID"));
   OpenReport& opened = Add(programmaticId, detail);
   opened.parent = report.id;
