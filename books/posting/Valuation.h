@@ -46,8 +46,7 @@ struct CostingRules {
 //   issue              cost by the item's method
 //   returned issue     comes in at the cost as it stands
 //   transfer           arrives with the cost that it left with, or with its given amount
-//   assembly           what comes in shares the cost of what went out by the given weights, without weights
-//   by
+//   assembly           what comes in shares the cost of what went out by the given weights, else by
 //                      quantity; the last line takes the rest
 //   amount only        changes the amount of what is in stock
 //   gift warehouse     everything is 0

@@ -27,8 +27,7 @@ struct Selection {
 // - A department and an employee are known of bills only: their ranges choose movements, the opening figures
 //   stay those of the goods, and closing figures follow from what is shown.
 // - A transfer at the same price is left out with chkNoDB, and with a chkShowTran that is given as 0; but
-// only
-//   where both its halves are shown in one place, so that figures always add up.
+//   only where both its halves are shown in one place, so that figures always add up.
 struct MovementChoice {
   // `stockAlias` is what the clause of rights calls the warehouses.
   MovementChoice(services::Store& store, const ReportFilter& filter, std::string_view stockAlias);
