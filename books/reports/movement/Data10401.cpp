@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "books/database/Connection.h"
 #include "books/reports/movement/SummaryFields.h"
 #include "books/schema/Codes.h"
 
@@ -134,6 +135,7 @@ class BusinessFields {
 
 Ref<Recordset> ReadBusinessSummary(services::Store& store, const platform::Variant& filter, SummaryBy by) {
   const ReportFilter asked(filter);
+  const database::Transaction onePicture(store.Reading(), database::Transaction::Kind::kRead);
   SummaryShape shape;
   shape.by = by;
   shape.levels = MovementLevels(asked);

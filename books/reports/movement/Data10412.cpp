@@ -1,5 +1,6 @@
 #include "books/reports/movement/Data10412.h"
 
+#include "books/database/Connection.h"
 #include "books/reports/movement/SummaryFields.h"
 
 namespace books::reports {
@@ -72,6 +73,7 @@ void SetGroups(RowAppender& to, std::size_t column, const SummaryLine& line) {
 Ref<Recordset> ReadMovementSummary(services::Store& store, const platform::Variant& filter,
                                    MovementGoods goods) {
   const ReportFilter asked(filter);
+  const database::Transaction onePicture(store.Reading(), database::Transaction::Kind::kRead);
   const SummaryShape shape = ShapeOf(asked, goods);
   MovementSummary summary(store, asked, MovementChoice(store, asked, "t4"), shape);
   const Ref<Recordset> rows = MakeRef<Recordset>();

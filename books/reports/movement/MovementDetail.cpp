@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <tuple>
 
+#include "books/database/Connection.h"
 #include "books/reports/movement/DetailFields.h"
 #include "platform/value/Convert.h"
 
@@ -90,7 +91,6 @@ class MovementDetail {
         fields_(*rows_, facts_) {}
 
   Ref<Recordset> Read() {
-    const database::Transaction picture(store_.Reading(), database::Transaction::Kind::kRead);
     MovementReader reader(store_, choice_, {});
     for (const StockItem& item : items_.All()) ReadItem(item, reader.Read(item.id));
     if (!shape_.byItem) WriteMoves();
@@ -265,6 +265,7 @@ void MovementDetail::WriteMoves() {
 Ref<Recordset> ReadMovementDetail(services::Store& store, const platform::Variant& filter,
                                   MovementGoods goods) {
   const ReportFilter asked(filter);
+  const database::Transaction onePicture(store.Reading(), database::Transaction::Kind::kRead);
   return MovementDetail(store, asked, ShapeOf(asked, goods, store.UsesShortNumbers())).Read();
 }
 

@@ -120,7 +120,6 @@ const std::string& MovementSummary::SupplierOf(std::int64_t itemId) const {
 }
 
 void MovementSummary::Read(const std::function<void(const SummaryLine&)>& sink) {
-  const database::Transaction picture(store_.Reading(), database::Transaction::Kind::kRead);
   MovementReader reader(store_, choice_,
                         {.bills = false,
                          .warehouses = choice_.byWarehouse,
