@@ -218,6 +218,12 @@ std::optional<double> Grid::Number(std::size_t column, std::size_t row) const {
   return platform::ToDouble(value);
 }
 
+bool Grid::StandsOut(std::size_t column, std::size_t row) const {
+  if (columns_[column].alignment != Alignment::kRight) return false;
+  const double figure = Number(column, row).value_or(0);
+  return columns_[column].field == "Overdays" ? figure > 0 : figure < 0;
+}
+
 bool Grid::IsSummary(std::size_t row) const {
   if (!sumSort_) return false;
   const Variant value = rows_.ValueAt(*sumSort_, RowAt(row));

@@ -60,6 +60,8 @@ class Grid {
   std::string ExactCell(std::size_t column, std::size_t row) const;
   // The cell's figure; nothing for texts, dates and empty cells.
   std::optional<double> Number(std::size_t column, std::size_t row) const;
+  // Whether a figure is one to look at: below zero, or, of days past a due date, above.
+  bool StandsOut(std::size_t column, std::size_t row) const;
   // Rows that sum up others carry FSumSort above 0.
   bool IsSummary(std::size_t row) const;
   bool HasSecondLine() const;

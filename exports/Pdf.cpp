@@ -304,9 +304,8 @@ class Document {
     double left = 0;
     for (const std::size_t i : columns) {
       const bool right = sheet_.grid.Columns()[i].alignment == Alignment::kRight;
-      const std::optional<double> number = right ? sheet_.grid.Number(i, row) : std::nullopt;
       Text(layout, sheet_.grid.Cell(i, row), {left, columns_[i].width},
-           right ? PANGO_ALIGN_RIGHT : PANGO_ALIGN_LEFT, number && *number < 0 ? kNegative : kInk);
+           right ? PANGO_ALIGN_RIGHT : PANGO_ALIGN_LEFT, sheet_.grid.StandsOut(i, row) ? kNegative : kInk);
       left += columns_[i].width;
     }
     top_ += kLine;

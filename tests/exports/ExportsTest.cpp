@@ -210,6 +210,30 @@ TEST_F(Exports, ACaptionOfBlanksBelongsToTheGroup) {
   EXPECT_EQ(grid.Columns()[2].caption, "");
 }
 
+TEST_F(Exports, FiguresToLookAtStandOut) {
+  const Ref<Recordset> rows = MakeRef<Recordset>();
+  rows->AppendField("FQty", FieldType::kDouble);
+  rows->AppendField("Overdays", FieldType::kInt32);
+  rows->Open();
+  struct Row {
+    double quantity;
+    std::int32_t days;
+  };
+  for (const Row row : {Row{-1, -3}, Row{1, 3}, Row{0, 0}}) {
+    rows->AddNew();
+    rows->SetDouble(0, row.quantity);
+    rows->SetInteger(1, row.days);
+    rows->Update();
+  }
+  const exports::Grid grid(*HeaderOf({{"数量$", "", "2", "FQty"}, {"超期天数$", "", "2", "Overdays"}}),
+                           *rows);
+  const bool expected[3][2] = {{true, false}, {false, true}, {false, false}};
+  for (std::size_t row = 0; row < 3; ++row) {
+    EXPECT_EQ(grid.StandsOut(0, row), expected[row][0]) << row;
+    EXPECT_EQ(grid.StandsOut(1, row), expected[row][1]) << row;
+  }
+}
+
 TEST_F(Exports, ShowFiguresAsTheScreenDoes) {
   const std::vector<Figure> cases = {
       {"thousands", 1234567.891, 2, "1,234,567.89"},

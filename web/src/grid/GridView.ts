@@ -3,7 +3,7 @@
 // so that no blank area shows while scrolling.
 import type { Blocks } from "./blocks";
 import type { GridColumn } from "./columns";
-import { formatCell, isNumeric, numberOf, type Precision } from "./formats";
+import { formatCell, isNumeric, standsOut, type Precision } from "./formats";
 import { drawHeadings, kHeadLine } from "./headingCells";
 import { contains, moveBy, rectangleOf, type Selection, type Spot } from "./selection";
 import { columnEdges, columnWindow, rowsTop, rowWindow, scrollHeight, scrollTopOf } from "./windowing";
@@ -226,7 +226,7 @@ export class GridView {
     const text = formatCell(value, column.type, precision, emptyForZero);
     const head = this.selection?.head;
     let names = "grid-cell";
-    if (isNumeric(column.type)) names += (numberOf(value) ?? 0) < 0 ? " number negative" : " number";
+    if (isNumeric(column.type)) names += standsOut(column, value) ? " number negative" : " number";
     if (at < frozen) names += at === frozen - 1 ? " frozen last-frozen" : " frozen";
     if (!loaded) names += " waiting";
     if (selected) names += " selected";
