@@ -10,14 +10,6 @@ using database::Statement;
 constexpr std::string_view kBillSql =
     "SELECT number, explanation, COALESCE(supplier_id, customer_id, 0) FROM bill WHERE id = ?";
 
-// The base unit stands for itself where it is not among the item's units.
-constexpr std::string_view kEntrySql = R"sql(
-SELECT e.unit_id, e.unit_quantity, e.note, COALESCE(u.factor, 0)
-FROM bill_entry e
-LEFT JOIN item_unit u ON u.item_id = ? AND u.unit_id = e.unit_id
-WHERE e.bill_id = ? AND e.line = ?
-)sql";
-
 }  // namespace
 
 DetailFacts::DetailFacts(services::Store& store)
@@ -28,7 +20,7 @@ DetailFacts::DetailFacts(services::Store& store)
       batch_(store.Reading().Prepare("SELECT number FROM batch WHERE id = ?")),
       unit_(store.Reading().Prepare("SELECT name FROM unit WHERE id = ?")),
       billClass_(store.Reading().Prepare("SELECT name FROM bill_class WHERE id = ?")),
-      entry_(store.Reading().Prepare(kEntrySql)) {}
+      factor_(store.Reading().Prepare("SELECT factor FROM item_unit WHERE item_id = ? AND unit_id = ?")) {}
 
 const DetailFacts::Bill& DetailFacts::BillOf(std::int64_t id) {
   const auto [known, isNew] = bills_.try_emplace(id);
@@ -67,15 +59,18 @@ const std::string& DetailFacts::ClassName(std::int32_t billClass) {
   return Find(classes_, billClass_, billClass);
 }
 
-DetailFacts::Entry DetailFacts::EntryOf(std::int64_t itemId, std::int64_t billId, std::int32_t line) {
-  Entry entry{.factor = database::Quantity::kScale, .note = {}};
-  entry_.Bind(itemId, billId, line);
-  if (!entry_.Step()) return entry;
-  entry.unitId = entry_.Integer(0);
-  entry.unitQuantity = entry_.Integer(1);
-  entry.note = entry_.Text(2);
-  if (entry_.Integer(3) > 0) entry.factor = entry_.Integer(3);
-  return entry;
+std::int64_t DetailFacts::FactorOf(std::int64_t itemId, std::int64_t unitId) {
+  if (unitId == 0) return database::Quantity::kScale;
+  if (itemId != factorItemId_) {
+    factors_.clear();
+    factorItemId_ = itemId;
+  }
+  const auto [known, isNew] = factors_.try_emplace(unitId, database::Quantity::kScale);
+  if (isNew) {
+    factor_.Bind(itemId, unitId);
+    if (factor_.Step()) known->second = factor_.Integer(0);
+  }
+  return known->second;
 }
 
 }  // namespace books::reports

@@ -23,12 +23,6 @@ class DetailFacts {
     std::string number;  // as users of the book write it
     std::string name;
   };
-  struct Entry {
-    std::int64_t unitId = 0;
-    std::int64_t unitQuantity = 0;  // millionths, in the bill's own sense
-    std::int64_t factor = 0;        // of the unit, millionths
-    std::string note;
-  };
 
   const Bill& BillOf(std::int64_t id);
   // A partner, a warehouse, an auxiliary property; empty for 0.
@@ -36,8 +30,9 @@ class DetailFacts {
   const std::string& BatchNumber(std::int64_t id);
   const std::string& UnitName(std::int64_t id);
   const std::string& ClassName(std::int32_t billClass);
-  // Read anew every time: an entry moves once or twice.
-  Entry EntryOf(std::int64_t itemId, std::int64_t billId, std::int32_t line);
+  // How much of the item's base unit is in one of this unit, in millionths; the base unit stands for itself
+  // where it is not among the item's units, and for 0. Kept while the same item is asked for.
+  std::int64_t FactorOf(std::int64_t itemId, std::int64_t unitId);
 
  private:
   using Texts = std::unordered_map<std::int64_t, std::string>;
@@ -48,12 +43,14 @@ class DetailFacts {
   database::Statement batch_;
   database::Statement unit_;
   database::Statement billClass_;
-  database::Statement entry_;
+  database::Statement factor_;
   std::unordered_map<std::int64_t, Bill> bills_;
   std::unordered_map<std::int64_t, Named> named_;
   Texts batches_;
   Texts units_;
   Texts classes_;
+  std::unordered_map<std::int64_t, std::int64_t> factors_;  // of one item, by unit
+  std::int64_t factorItemId_ = 0;
 };
 
 }  // namespace books::reports

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "books/reports/movement/MovementChoice.h"
@@ -65,6 +66,11 @@ struct Move {
   Place place;
   bool receipt = false;
   Sums sums;  // positive in the sense of its side
+
+  // As the bill's entry tells it.
+  std::int64_t unitId = 0;        // 0 where there is no such entry
+  std::int64_t unitQuantity = 0;  // millionths, in the bill's own sense
+  std::uint32_t note = 0;         // see MovementReader::Note
 };
 
 // What a choice shows of one item: its places at the beginning of the first day, and what moved since, in the
@@ -74,10 +80,14 @@ struct ItemMovement {
   std::vector<Move> moves;
 };
 
-// What a report tells of a movement beside its figures. The rest reads as 0 where the choice has no need of
-// it either: what is not read costs nothing.
+enum class Openings { kNone, kSum, kByPlace };
+
+// What a report tells of a movement beside its figures, and what it has to know of the opening figures. The
+// rest reads as 0, or in one sum, where the choice has no need of it either: what is not read costs nothing.
 struct MovementParts {
+  Openings openings = Openings::kByPlace;
   bool bills = true;
+  bool entries = true;
   bool warehouses = true;
   bool batches = true;
   bool auxiliaries = true;
@@ -91,6 +101,8 @@ class MovementReader {
 
   // Good until the next item is read.
   const ItemMovement& Read(std::int64_t itemId);
+  // The note of a movement that was read; good as long as the reader.
+  const std::string& Note(std::uint32_t note) const { return notes_[note]; }
 
  private:
   bool IsChosen(const Place& place) const;
@@ -101,9 +113,11 @@ class MovementReader {
 
   const MovementChoice& choice_;
   MovementParts parts_;
+  platform::Date firstDay_;  // of the movements that are read
   database::Statement balances_;
   database::Statement movements_;
   ItemMovement item_;
+  std::vector<std::string> notes_{std::string()};  // of all items; most entries have none
 };
 
 }  // namespace books::reports
