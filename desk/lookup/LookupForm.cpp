@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "desk/lookup/BatchForm.h"
+#include "platform/rows/Recordset.h"
 #include "platform/value/Convert.h"
 
 namespace desk {
@@ -134,6 +136,12 @@ void LookupForm::Confirm() {
 }
 
 std::optional<Picked> PickBaseData(Backend& backend, const LookupQuery& query) {
+  if (query.dataType == kBatchType) {
+    const platform::Ref<platform::Recordset> batch =
+        PickBatch(backend, {.filterItem = {}, .filter = query.filter, .keyWord = query.text});
+    if (!batch) return std::nullopt;
+    return Picked{.number = batch->Value("FBatchNo"), .shortNumber = "", .detail = true};
+  }
   const auto form = platform::MakeRef<LookupForm>(backend, query);
   form->Show();
   return form->Outcome();

@@ -44,7 +44,7 @@ class LookupForm final : public platform::Form {
   std::optional<Picked> outcome_;
 };
 
-// Shows a lookup form on the current screen.
+// Shows a lookup form on the current screen: the list of batches for their type, this one for any other.
 std::optional<Picked> PickBaseData(Backend& backend, const LookupQuery& query);
 
 }  // namespace desk

@@ -138,21 +138,30 @@ TEST(DeskLookupForm, SaysWhenThereAreMore) {
   desk::PickBaseData(backend, {.kind = "ItemLookUp", .dataType = 4, .text = "", .filter = {}});
 }
 
+platform::Ref<platform::Recordset> TwoBatches() {
+  auto batches = platform::MakeRef<platform::Recordset>();
+  batches->AppendField("FBatchNo", platform::FieldType::kText);
+  batches->AppendField("FItemNumber", platform::FieldType::kText);
+  batches->AppendField("FItemName", platform::FieldType::kText);
+  batches->AppendField("FQty", platform::FieldType::kDouble);
+  batches->Open();
+  for (const char* batch : {"B1", "B2"}) {
+    batches->AddNew();
+    batches->SetValue("FBatchNo", batch);
+    batches->SetValue("FItemNumber", "01.01");
+    batches->SetValue("FItemName", "螺丝");
+    batches->SetValue("FQty", 2.5);
+    batches->Update();
+  }
+  return batches;
+}
+
 TEST(DeskBatchForm, PositionsTheListOnTheBatchPicked) {
   FakeBackend backend;
-  backend.batches = platform::MakeRef<platform::Recordset>();
-  backend.batches->AppendField("FBatchNo", platform::FieldType::kText);
-  backend.batches->AppendField("FQty", platform::FieldType::kDouble);
-  backend.batches->Open();
-  for (const char* batch : {"B1", "B2"}) {
-    backend.batches->AddNew();
-    backend.batches->SetValue("FBatchNo", batch);
-    backend.batches->SetValue("FQty", 2.5);
-    backend.batches->Update();
-  }
+  backend.batches = TwoBatches();
   {
     const ActingScreen screen([](Form& form) {
-      EXPECT_EQ(form.FirstTree()->Find("2")->text, "B2  2.5");
+      EXPECT_EQ(form.FirstTree()->Find("2")->text, "B2  01.01 螺丝  2.5");
       EXPECT_EQ(UserInput(form).Click("cmdOK"), platform::Refusal::kDisabled);
       UserInput(form).ClickNode("tvwRows", "2");
       UserInput(form).Click("cmdOK");
@@ -162,6 +171,21 @@ TEST(DeskBatchForm, PositionsTheListOnTheBatchPicked) {
   }
   const ActingScreen screen([](Form& form) { UserInput(form).Click("cmdCancel"); });
   EXPECT_FALSE(desk::PickBatch(backend, {}));
+}
+
+// Some dialogs ask for batches as for any other base data.
+TEST(DeskBatchForm, AnswersALookupOfTheBatchType) {
+  FakeBackend backend;
+  backend.batches = TwoBatches();
+  const ActingScreen screen([](Form& form) {
+    EXPECT_EQ(form.Name(), "frmBatchList");
+    UserInput(form).ClickNode("tvwRows", "1");
+    UserInput(form).Click("cmdOK");
+  });
+  const auto picked = desk::PickBaseData(
+      backend, {.kind = "SubMesLookup", .dataType = desk::kBatchType, .text = "B", .filter = {}});
+  ASSERT_TRUE(picked.has_value());
+  EXPECT_EQ(picked->number, Variant("B1"));
 }
 
 TEST(DeskHeadlessScreen, RefusesDialogsAndRunsProgressBoxes) {

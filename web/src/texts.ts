@@ -36,8 +36,8 @@ export const t = {
   // forms
   schemes: "方案", noScheme: "（未选方案）", saveScheme: "保存", saveSchemeAs: "另存为", renameScheme: "改名", deleteScheme: "删除", standardScheme: "设为默认", clearStandard: "取消默认", resetFields: "清空条件",
   schemeName: "方案名称", deleteSchemeAsk: (name: string) => `删除方案“${name}”？`, standardMark: "（默认）",
-  lookUp: (label: string) => `查找${label}`, okKey: "确定(&O)", cancelKey: "取消(&E)", quickKey: "快速查询(&Q)",
-  badDate: "日期不对，请按 2026-11-05 的样子输入四位年份。", search: "搜索", lookupKeys: "输入编号、名称或拼音首字母；↑↓ 选择，回车确定，Esc 取消", progress: "请稍候", stepUp: "增加", stepDown: "减少",
+  lookUp: (label: string) => `查找${label}`, okKey: "确定(&O)", cancelKey: "取消(&E)", quickKey: "快速查询(&Q)", quickPane: "快速查询",
+  badDate: "日期不对，应为 2026-11-05", search: "搜索", lookupNone: "没有找到，请换个编号、名称或首字母试试。", lookupKeys: "输入编号、名称或拼音首字母；↑↓ 选择，回车确定，Esc 取消", progress: "请稍候", stepUp: "增加", stepDown: "减少",
   // print
   paper: "纸张", printPages: (count: number) => `共 ${count} 页`, pageOf: (page: number, count: number) => `第 ${page} 页 / 共 ${count} 页`, preparingPrint: "正在准备打印…",
   printAsPdf: (rows: number) => `超过 ${rows.toLocaleString("zh-CN")} 行，不做预览，直接生成 PDF 文件；打开后打印。`, printedAt: "打印时间",
