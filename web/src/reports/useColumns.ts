@@ -1,5 +1,5 @@
 // The columns of the report shown, and what the user's arranging of them keeps.
-import { computed, ref, type Ref } from "vue";
+import { computed, shallowRef } from "vue";
 import { applyMemory, memoryOf, moveColumn, standardColumns, type ColumnMemory, type GridColumn } from "../grid/columns";
 import type { ReportReadyMessage } from "../protocol";
 import type { Session } from "../session/Session";
@@ -7,7 +7,7 @@ import type { Session } from "../session/Session";
 export function useColumns(session: Session, ready: ReportReadyMessage) {
   const key = `columns.${ready.number}`;
   const standard = () => standardColumns(ready.columns.map((column) => ({ ...column, type: Number(column.type) })));
-  const columns: Ref<GridColumn[]> = ref(standard());
+  const columns = shallowRef(standard());
   const shown = computed(() => columns.value.filter((column) => !column.hidden));
 
   async function recall(): Promise<void> {
