@@ -46,7 +46,7 @@ export class ScriptedSession {
   private readonly preferences = new Map<string, unknown>();
   onCommand: (command: Command) => boolean = () => false; // true: answered
 
-  private readonly columns: Column[];
+  readonly columns: Column[];
   private readonly places: Map<string, number>;
 
   constructor(private readonly script: Script, private readonly pages = kDist) {

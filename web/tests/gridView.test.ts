@@ -31,7 +31,7 @@ beforeEach(async () => {
   document.body.append(host);
   view = new GridView(host);
   blocks = new Blocks(new TableSource());
-  view.show({ columns, frozen: 1, rows: kRows, blocks, precision: { ...kStandardPrecision, quantity: 0 }, emptyForZero: false, sort: null, found: null });
+  view.show({ columns, groups: new Map(), frozen: 1, rows: kRows, blocks, precision: { ...kStandardPrecision, quantity: 0 }, emptyForZero: false, sort: null, found: null });
   await settled();
 });
 afterEach(() => {

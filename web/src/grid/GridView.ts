@@ -5,6 +5,7 @@
 import type { Blocks } from "./blocks";
 import type { GridColumn } from "./columns";
 import type { Precision } from "./formats";
+import type { Groups } from "./groups";
 import { Headings, kHeadLine } from "./headingCells";
 import { cellId, Lines } from "./Lines";
 import { moveBy, rectangleOf, type Selection, type Spot } from "./selection";
@@ -15,6 +16,7 @@ const kRest = 300;
 
 export interface GridContent {
   columns: readonly GridColumn[]; // shown, in order
+  groups: Groups;
   frozen: number;
   rows: number;
   blocks: Blocks;

@@ -1,6 +1,7 @@
 // The heading cells of the columns in the window: one line over a single column, or a group over the second
 // lines of its columns. A cell is made when its column comes in and goes when it leaves.
 import type { GridColumn } from "./columns";
+import type { Groups } from "./groups";
 import { t } from "../texts";
 import { headingPath, headingSpans, type HeadingSpan } from "./headings";
 
@@ -8,6 +9,7 @@ export const kHeadLine = 28;
 
 export interface HeadingContent {
   columns: readonly GridColumn[];
+  groups: Groups;
   frozen: number;
   edges: readonly number[];
   height: number;
@@ -126,13 +128,16 @@ export class Headings {
   }
 
   private groupCell(span: HeadingSpan): HTMLElement {
-    const { edges } = this.content;
+    const { columns, groups, edges } = this.content;
     const left = edges[span.from]!;
     const cell = headCell({ left, top: 0, width: edges[span.to]! - left, height: kHeadLine }, span.text);
     cell.classList.add("group");
     cell.title = span.text;
     cell.setAttribute("aria-colindex", String(span.from + 2));
     cell.setAttribute("aria-colspan", String(span.to - span.from));
+    const { group } = columns[span.from]!;
+    const folded = groups.get(group);
+    if (folded !== undefined) cell.prepend(foldButton(group, span.text, folded));
     return cell;
   }
 
@@ -157,6 +162,19 @@ export class Headings {
     cell.append(grip);
     return cell;
   }
+}
+
+// Reached by the grid's own keys: with a group for each warehouse it would take long to walk over them all.
+function foldButton(group: string, name: string, folded: boolean): HTMLElement {
+  const button = document.createElement("button");
+  button.type = "button";
+  button.className = "grid-fold";
+  button.tabIndex = -1;
+  button.dataset["group"] = group;
+  button.title = folded ? t.unfold(name) : t.fold(name);
+  button.setAttribute("aria-label", button.title);
+  button.setAttribute("aria-expanded", String(!folded));
+  return button;
 }
 
 function freeze(cell: HTMLElement): HTMLElement {
