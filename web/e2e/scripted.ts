@@ -46,10 +46,10 @@ export class ScriptedSession {
   private readonly preferences = new Map<string, unknown>();
   onCommand: (command: Command) => boolean = () => false; // true: answered
 
-  private readonly columns: Column[];
+  readonly columns: Column[];
   private readonly places: Map<string, number>;
 
-  constructor(private readonly script: Script) {
+  constructor(private readonly script: Script, private readonly pages = kDist) {
     this.columns = scriptedColumns(script.columns);
     this.places = new Map(this.columns.map((column, at) => [column.field, at]));
   }
@@ -59,7 +59,7 @@ export class ScriptedSession {
       const path = new URL(route.request().url()).pathname;
       if (path === "/api/start") return route.fulfill({ json: { protocol: 1, login: "none", user: "", token: "t" } });
       const file = extname(path) ? path : "/index.html";
-      return route.fulfill({ body: readFileSync(join(kDist, file)), contentType: kKinds[extname(file)] ?? "application/octet-stream" });
+      return route.fulfill({ body: readFileSync(join(this.pages, file)), contentType: kKinds[extname(file)] ?? "application/octet-stream" });
     });
     await page.routeWebSocket(/\/ws$/, (line) => {
       this.line = line;

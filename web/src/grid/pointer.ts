@@ -9,6 +9,7 @@ export interface HeadingActions {
   resized: () => void;
   fit: (column: GridColumn) => void;
   move: (column: GridColumn, before: GridColumn | null) => void;
+  fold: (group: string) => void;
 }
 
 export function selectByPointer(view: GridView, open: (row: number) => void): void {
@@ -45,6 +46,12 @@ export function arrangeByPointer(view: GridView, actions: HeadingActions): void 
     view.host.focus({ preventScroll: true });
     if ((event.target as HTMLElement).classList.contains("grid-grip")) followWidth(event, column, actions);
     else followMove(event, view, column, actions);
+  });
+  view.headings.addEventListener("click", (event) => {
+    const group = (event.target as HTMLElement).closest<HTMLElement>("[data-group]")?.dataset["group"];
+    if (group === undefined) return;
+    view.host.focus({ preventScroll: true });
+    actions.fold(group);
   });
   view.headings.addEventListener("dblclick", (event) => {
     if (!(event.target as HTMLElement).classList.contains("grid-grip")) return;
