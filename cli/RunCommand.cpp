@@ -11,6 +11,7 @@
 #include "desk/Host.h"
 #include "desk/ReportRows.h"
 #include "exports/Csv.h"
+#include "exports/Paper.h"
 #include "exports/Pdf.h"
 #include "exports/Xlsx.h"
 #include "platform/rows/Dictionary.h"
@@ -34,6 +35,8 @@ struct RunOptions {
   std::string book;
   std::string format = "table";
   std::string out;
+  std::string paper;
+  std::string orientation;
   std::optional<std::size_t> limit;
   std::optional<std::int32_t> appType;
   std::optional<std::int32_t> industryType;
@@ -135,6 +138,31 @@ void WriteText(std::ostream& out, const ReportOutcome& outcome, const exports::S
 
 bool IsFileFormat(const RunOptions& options) { return options.format == "xlsx" || options.format == "pdf"; }
 
+exports::PageSetup SetupOf(const RunOptions& options) {
+  exports::PageSetup setup;
+  if (!options.paper.empty()) setup.paper = exports::FindPaper(options.paper).value();
+  if (!options.orientation.empty()) setup.orientation = exports::FindOrientation(options.orientation).value();
+  return setup;
+}
+
+// Tells before the report runs what would come to nothing.
+void CheckOptions(const RunOptions& options) {
+  if (IsFileFormat(options) && options.out.empty()) {
+    throw UsageError("--format " + options.format + " makes a file; name it with --out FILE");
+  }
+  if (!options.paper.empty() && !exports::FindPaper(options.paper)) {
+    throw UsageError("--paper: there is no paper " + options.paper + "; choose one of " +
+                     exports::PaperNames());
+  }
+  if (!options.orientation.empty() && !exports::FindOrientation(options.orientation)) {
+    throw UsageError("--orientation: " + options.orientation +
+                     " is none; choose auto, portrait or landscape");
+  }
+  if (options.format != "pdf" && !(options.paper.empty() && options.orientation.empty())) {
+    throw UsageError("--paper and --orientation are for --format pdf");
+  }
+}
+
 UsageError CannotWrite(const RunOptions& options) {
   return UsageError("cannot write " + options.out + "; name a file in a folder that you may write to");
 }
@@ -191,7 +219,7 @@ void Deliver(const ReportOutcome& outcome, const RunOptions& options) {
       if (options.format == "xlsx") {
         exports::WriteXlsx(part, sheet);
       } else {
-        exports::WritePdf(part, sheet);
+        exports::WritePdf(part, sheet, {}, SetupOf(options));
       }
     });
   }
@@ -211,9 +239,7 @@ std::unique_ptr<desk::DataBackend> OpenBook(const RunOptions& options) {
 }
 
 int Run(const RunOptions& options) {
-  if (IsFileFormat(options) && options.out.empty()) {
-    throw UsageError("--format " + options.format + " makes a file; name it with --out FILE");
-  }
+  CheckOptions(options);
   desk::FilterSettings settings;
   for (const std::string& key : options.keys) settings.push_back(SplitKey(key));
   player::ReportRun run({.component = desk::DefaultComponentPath(),
@@ -249,6 +275,9 @@ void AddRunCommand(CLI::App& app, int& status) {
       ->check(CLI::IsMember({"table", "csv", "json", "xlsx", "pdf"}))
       ->capture_default_str();
   command->add_option("--out", options->out, "The file to write; without it standard output");
+  command->add_option("--paper", options->paper, "Of pdf the paper: " + exports::PaperNames());
+  command->add_option("--orientation", options->orientation,
+                      "Of pdf: portrait, landscape, or auto, which is what the columns need");
   command->add_option("--limit", options->limit, "The most rows that are written")
       ->check(CLI::NonNegativeNumber);
   command->add_option("--app-type", options->appType, "The application type")

@@ -15,6 +15,7 @@
 namespace exports {
 namespace {
 
+constexpr double kPointsAMillimetre = 72 / 25.4;
 constexpr double kMargin = 36;
 constexpr double kFontSize = 8;
 constexpr double kNameSize = 13;
@@ -57,12 +58,13 @@ struct Box {
 
 class Document {
  public:
-  Document(const std::filesystem::path& file, const Sheet& sheet, const Paper& paper)
+  Document(const std::filesystem::path& file, const Sheet& sheet, const PageSetup& setup)
       : file_(file),
         sheet_(sheet),
-        width_(paper.width),
-        height_(paper.height),
-        surface_(cairo_pdf_surface_create(file.string().c_str(), paper.width, paper.height)),
+        orientation_(setup.orientation),
+        width_(setup.paper.width * kPointsAMillimetre),
+        height_(setup.paper.height * kPointsAMillimetre),
+        surface_(cairo_pdf_surface_create(file.string().c_str(), width_, height_)),
         context_(cairo_create(surface_.get())),
         plain_(MakeLayout(kFontSize, false)),
         bold_(MakeLayout(kFontSize, true)),
@@ -170,7 +172,8 @@ class Document {
   void ChoosePages() {
     double wanted = 0;
     for (const PaperColumn& column : columns_) wanted += column.width;
-    if (wanted > width_ - 2 * kMargin) {
+    const bool isNarrow = wanted > width_ - 2 * kMargin;
+    if (orientation_ == Orientation::kLandscape || (orientation_ == Orientation::kAuto && isNarrow)) {
       std::swap(width_, height_);
       cairo_pdf_surface_set_size(surface_.get(), width_, height_);
     }
@@ -314,6 +317,7 @@ class Document {
 
   const std::filesystem::path& file_;
   const Sheet& sheet_;
+  Orientation orientation_;
   double width_;
   double height_;
   Surface surface_;
@@ -330,14 +334,14 @@ class Document {
 }  // namespace
 
 bool WritePdf(const std::filesystem::path& file, const Sheet& sheet, const Progress& progress,
-              const Paper& paper) {
+              const PageSetup& setup) {
   if (sheet.grid.Columns().empty()) {
     throw platform::Error(platform::ErrorNumber::kBadArgument, "exports", "there are no columns to export");
   }
   bool written = false;
   std::error_code ignored;
   try {
-    written = Document(file, sheet, paper).Write(progress);
+    written = Document(file, sheet, setup).Write(progress);
   } catch (...) {
     std::filesystem::remove(file, ignored);
     throw;
