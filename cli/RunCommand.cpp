@@ -95,33 +95,19 @@ void WritePageEnds(const ReportOutcome& outcome) {
   std::cerr << '\n';
 }
 
-// The title lines that the rows of a page carry, FTitle1 first.
-std::vector<std::string> PageTitle(const Recordset& page) {
-  std::vector<std::string> lines;
-  for (int i = 1; page.ViewCount() > 0; ++i) {
-    const std::optional<std::size_t> field = page.FindField("FTitle" + std::to_string(i));
-    if (!field) break;
-    const std::string_view line = page.TextAt(*field, page.RowAt(0));
-    if (!line.empty()) lines.emplace_back(line);
-  }
-  return lines;
-}
-
 // A table a page, each under its own title lines.
-void WritePages(std::ostream& out, const ReportOutcome& outcome, std::optional<std::size_t> limit) {
-  const Ref<Recordset> rows = RowsOf(outcome);
-  std::size_t begin = 0;
-  for (const std::int32_t pageEnd : outcome.pageEnds) {
-    const auto end = static_cast<std::size_t>(pageEnd);
+void WritePages(std::ostream& out, const ReportOutcome& outcome, const exports::ItemPages& pages,
+                std::optional<std::size_t> limit) {
+  for (std::size_t i = 0; i < pages.Count(); ++i) {
+    const std::size_t begin = pages.Begin(i);
     if (limit && begin >= *limit) return;
-    const Ref<Recordset> page = rows->Slice(begin, end - begin);
+    const Ref<Recordset> page = pages.Rows().Slice(begin, pages.End(i) - begin);
     if (begin > 0) out << '\n';
     const exports::Grid grid(*outcome.header, *page);
     WriteTable(out, {.name = platform::ToText(outcome.property->Value("Name")),
-                     .titleLines = PageTitle(*page),
+                     .titleLines = pages.TitleLines(i),
                      .grid = grid,
                      .limit = limit ? std::optional<std::size_t>(*limit - begin) : std::nullopt});
-    begin = end;
   }
 }
 
@@ -129,8 +115,8 @@ void WriteText(std::ostream& out, const ReportOutcome& outcome, const exports::S
                const RunOptions& options) {
   if (options.format == "csv") {
     exports::WriteCsv(out, sheet);
-  } else if (!outcome.pageEnds.empty()) {
-    WritePages(out, outcome, options.limit);
+  } else if (sheet.items != nullptr) {
+    WritePages(out, outcome, *sheet.items, options.limit);
   } else {
     WriteTable(out, sheet);
   }
@@ -208,10 +194,13 @@ void Deliver(const ReportOutcome& outcome, const RunOptions& options) {
   if (!outcome.header || !outcome.property) throw std::runtime_error("the report hands back no heading");
   const Ref<Recordset> rows = RowsOf(outcome);
   const exports::Grid grid(*outcome.header, *rows);
+  std::optional<exports::ItemPages> pages;
+  if (!outcome.pageEnds.empty()) pages.emplace(*rows, outcome.pageEnds);
   const exports::Sheet sheet{.name = platform::ToText(outcome.property->Value("Name")),
                              .titleLines = TitleLines(outcome),
                              .grid = grid,
-                             .limit = options.limit};
+                             .limit = options.limit,
+                             .items = pages ? &*pages : nullptr};
   if (!IsFileFormat(options)) {
     WriteStream(options, [&](std::ostream& out) { WriteText(out, outcome, sheet, options); });
   } else {
