@@ -27,6 +27,8 @@ export const t = {
   zeroEmpty: "零不显示", resetColumns: "恢复默认", moveUp: "上移", moveDown: "下移",
   emptyTitle: "没有符合条件的数据", emptyText: "可以放宽过滤条件再试。", emptyFiltered: "快速筛选没有留下任何行", clearQuick: "清除筛选",
   loadFailed: "数据没有读到。", ledger: { first: "第一个", previous: "上一个", next: "下一个", last: "最后一个" }, findItem: "商品代码", goTo: "转到", detail: "明细",
+  ledgerBar: "商品", ledgerPlace: (position: number, count: number) => (count === 0 ? "没有符合条件的商品" : `第 ${position.toLocaleString("zh-CN")} / ${count.toLocaleString("zh-CN")} 个商品`),
+  allPages: "全部账页", allPagesHint: "列出全部商品的账页，预览、打印或生成 PDF", ledgerCancelled: "已取消，没有生成全部账页。", stopping: "正在取消…",
   rows: (shown: number, all: number) => (shown === all ? `共 ${shown.toLocaleString("zh-CN")} 行` : `筛选出 ${shown.toLocaleString("zh-CN")} 行，共 ${all.toLocaleString("zh-CN")} 行`),
   selected: (rows: number, columns: number) => `选中 ${rows.toLocaleString("zh-CN")} 行 × ${columns} 列`,
   sum: "合计", count: "计数", average: "平均", copied: (cells: number) => `已复制 ${cells.toLocaleString("zh-CN")} 个单元格`,
@@ -41,6 +43,9 @@ export const t = {
   lookUp: (label: string) => `查找${label}`, okKey: "确定(&O)", cancelKey: "取消(&E)", quickKey: "快速查询(&Q)", quickPane: "快速查询",
   badDate: "日期不对，应为 2026-11-05", search: "搜索", lookupNone: "没有找到，请换个编号、名称或首字母试试。", lookupKeys: "输入编号、名称或拼音首字母；↑↓ 选择，回车确定，Esc 取消", progress: "请稍候", stepUp: "增加", stepDown: "减少",
   // print
+  broughtForward: "承前页", carriedForward: "过次页", goToPage: "页码", goToItem: "商品代码或名称", itemPages: (count: number) => `${count.toLocaleString("zh-CN")} 个商品`, noPages: "没有账页：所选商品在这些期间都没有要显示的行。",
+  sheetPart: (part: number, parts: number) => `本账页第 ${part} / ${parts} 张`, itemNotFound: (text: string) => `全部账页里没有“${text}”。`, loadingSheet: "正在读取…",
+  tooManySheets: (sheets: number) => `超过 ${sheets.toLocaleString("zh-CN")} 页，请生成 PDF 文件，打开后打印。`,
   paper: "纸张", printPages: (count: number) => `共 ${count} 页`, pageOf: (page: number, count: number) => `第 ${page} 页 / 共 ${count} 页`, preparingPrint: "正在准备打印…",
   printAsPdf: (rows: number) => `超过 ${rows.toLocaleString("zh-CN")} 行，不做预览，直接生成 PDF 文件；打开后打印。`, printedAt: "打印时间",
   guideSearch: "在说明中查找", guideMissing: "说明里没有找到。",

@@ -32,13 +32,14 @@ export interface SessionState {
   failure: { programmaticId: string; text: string } | null;
   opening: string; // programmatic id of the report that is being opened
   busy: boolean; // hourglass
+  stoppable: boolean; // what runs now may be cancelled in its progress box
   exporting: { report: number; done: number; all: number } | null; // the file that is being written
 }
 
 export function newState(): SessionState {
   return reactive({
     line: "starting", endReason: "", worker: "works", welcome: null, groups: [],
-    windows: [], tabs: [], active: 0, failure: null, opening: "", busy: false, exporting: null,
+    windows: [], tabs: [], active: 0, failure: null, opening: "", busy: false, stoppable: false, exporting: null,
   });
 }
 
