@@ -11,9 +11,7 @@ constexpr std::array<std::string_view, 6> kFigureFields = {"FInQty",     "FInAmo
                                                            "FOutAmount", "FBalQty",   "FBalAmount"};
 constexpr std::string_view kCaptionField = "FTranTypeName";
 
-// Rows that sum up, by their mark (FID): the opening and the closing ones hold a balance, the totals do not.
-constexpr std::int32_t kOpening = -1;
-constexpr std::int32_t kClosing = -3;
+constexpr std::int32_t kOpening = -1;  // the mark (FID) of a row that opens a period
 
 }  // namespace
 
@@ -42,22 +40,12 @@ void CarriedTotals::ResolveFields() {
   resolve("FPeriod", period_);
   resolve("FID", mark_);
   resolve("FSumSort", sumSort_);
-  resolve("FBatchNo", batch_);
   carries_ = all;
 }
 
-void CarriedTotals::BeginItem(std::size_t item) {
-  in_ = out_ = {};
+void CarriedTotals::BeginItem() {
+  in_ = out_ = balance_ = {};
   running_ = 0;
-  balances_.clear();
-  byBatch_ = false;
-  if (!carries_) return;
-  // Movements name their batch anyway; where balances run by batch, the rows that open and close do so too.
-  const platform::Recordset& rows = pages_.Rows();
-  for (std::size_t i = pages_.Begin(item); i < pages_.End(item) && !byBatch_; ++i) {
-    const std::size_t row = rows.RowAt(i);
-    byBatch_ = rows.IntegerAt(sumSort_, row) > 0 && !rows.TextAt(batch_, row).empty();
-  }
 }
 
 CarriedTotals::Figures CarriedTotals::FiguresAt(Figure quantity, std::size_t row) const {
@@ -72,35 +60,22 @@ void CarriedTotals::Add(std::size_t position) {
   const platform::Recordset& rows = pages_.Rows();
   const std::size_t row = rows.RowAt(position);
   const std::int32_t period = rows.IntegerAt(year_, row) * kPeriodsAYear + rows.IntegerAt(period_, row);
-  if (period != running_) in_ = out_ = {};
+  if (period != running_) in_ = out_ = balance_ = {};
   running_ = period;
-  const bool moves = rows.IntegerAt(sumSort_, row) == 0;
-  const std::int32_t mark = rows.IntegerAt(mark_, row);
-  if (moves) {
-    for (auto [total, quantity] : {std::pair(&in_, kInQty), std::pair(&out_, kOutQty)}) {
-      const Figures figures = FiguresAt(quantity, row);
-      total->quantity += figures.quantity;
-      total->amount += figures.amount;
-    }
+  if (rows.IntegerAt(sumSort_, row) == 0) {
+    in_.Add(FiguresAt(kInQty, row));
+    out_.Add(FiguresAt(kOutQty, row));
+    balance_ = FiguresAt(kBalQty, row);
+  } else if (rows.IntegerAt(mark_, row) == kOpening) {
+    balance_.Add(FiguresAt(kBalQty, row));
   }
-  if (!moves && mark != kOpening && mark != kClosing) return;
-  balances_[byBatch_ ? std::string(rows.TextAt(batch_, row)) : std::string()] = FiguresAt(kBalQty, row);
-}
-
-CarriedTotals::Figures CarriedTotals::Balance() const {
-  Figures sum;
-  for (const auto& [batch, left] : balances_) {
-    sum.quantity += left.quantity;
-    sum.amount += left.amount;
-  }
-  return sum;
 }
 
 std::string CarriedTotals::Cell(std::size_t column, const std::string& caption) const {
   if (column == captionColumn_) return caption;
   if (!columns_[column]) return {};
   const Figure figure = *columns_[column];
-  const Figures figures = figure < kOutQty ? in_ : figure < kBalQty ? out_ : Balance();
+  const Figures figures = figure < kOutQty ? in_ : figure < kBalQty ? out_ : balance_;
   const bool isQuantity = figure == kInQty || figure == kOutQty || figure == kBalQty;
   return grid_.Shown(column, isQuantity ? Variant(figures.quantity) : Variant(figures.amount));
 }

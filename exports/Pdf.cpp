@@ -162,7 +162,7 @@ class Document {
     number.own = 0;
     number.ownAll = PagesOfRows(room, stretch.end - stretch.begin) * pages_.size();
     for (const PageColumns& columns : pages_) {
-      if (carried_) carried_->BeginItem(item);
+      if (carried_) carried_->BeginItem();
       std::size_t row = stretch.begin;
       do {
         const bool first = row == stretch.begin;
