@@ -22,6 +22,24 @@ std::vector<std::string> TitleLines(const OpenReport& report) {
   return texts;
 }
 
+exports::PageSetup SetupOf(const Command& command) {
+  exports::PageSetup setup;
+  if (command.Has("paper")) {
+    const std::string& name = command.Text("paper");
+    const std::optional<exports::Paper> paper = exports::FindPaper(name);
+    if (!paper) {
+      throw RefusedMessage("fields",
+                           "exportReport: there is no paper " + name + ", only " + exports::PaperNames(),
+                           command.id);
+    }
+    setup.paper = *paper;
+  }
+  if (command.Has("orientation")) {
+    setup.orientation = exports::FindOrientation(command.Text("orientation")).value();
+  }
+  return setup;
+}
+
 // The present view as the page shows it.
 exports::Grid GridOf(const OpenReport& report, const Command& command, const exports::Decimals& decimals) {
   const auto fields = command.body["fields"].get<std::vector<std::string>>();
@@ -48,6 +66,7 @@ exports::Grid GridOf(const OpenReport& report, const Command& command, const exp
 
 std::string Session::ExportReport(const Command& command) {
   const OpenReport& report = reports_.WithRows(command);
+  const exports::PageSetup setup = SetupOf(command);
   const exports::Grid grid = GridOf(report, command, DecimalsOf(*book_));
   const exports::Sheet sheet{.name = report.told["name"].get<std::string>(),
                              .titleLines = TitleLines(report),
@@ -56,9 +75,9 @@ std::string Session::ExportReport(const Command& command) {
   export_.reset();
   exportCancelled_ = false;
   ExportFile file(++lastExport_);
-  const bool written = file.Write(command.Text("format"), sheet, [&](std::size_t done, std::size_t all) {
-    return ExportGoesOn(report.id, done, all);
-  });
+  const bool written = file.Write(
+      command.Text("format"), sheet,
+      [&](std::size_t done, std::size_t all) { return ExportGoesOn(report.id, done, all); }, setup);
   Json message = Message("exported", command.id);
   message["report"] = report.id;
   message["export"] = written ? file.Id() : 0;

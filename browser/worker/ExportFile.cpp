@@ -36,12 +36,12 @@ ExportFile::ExportFile(std::int32_t id) : id_(id), file_(std::tmpfile()) {
 }
 
 bool ExportFile::Write(std::string_view format, const exports::Sheet& sheet,
-                       const exports::Progress& progress) {
+                       const exports::Progress& progress, const exports::PageSetup& setup) {
   // The writers take a path; this one leads to the file that is open already.
   const std::string path = "/proc/self/fd/" + std::to_string(fileno(file_.get()));
   bool written = false;
   try {
-    written = format == "pdf" ? exports::WritePdf(path, sheet, progress)
+    written = format == "pdf" ? exports::WritePdf(path, sheet, progress, setup)
                               : exports::WriteXlsx(path, sheet, progress);
   } catch (const platform::Error&) {
     CannotWrite();

@@ -197,6 +197,10 @@ void Session::Attach(const std::string& text) {
   welcome["quantityDecimals"] = decimals.quantity;
   welcome["priceDecimals"] = decimals.price;
   welcome["amountDecimals"] = decimals.amount;
+  welcome["papers"] = Json::array();
+  for (const exports::Paper& paper : exports::kPapers) {
+    welcome["papers"].push_back({{"name", paper.name}, {"width", paper.width}, {"height", paper.height}});
+  }
   welcome["appType"] = store ? platform::ToInt32(store->Lookup("AppType", platform::Variant(2))) : 2;
   wire_.Send(FrameKind::kAttach, ToText(welcome));
   reports_.TellAll();

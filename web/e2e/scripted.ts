@@ -86,7 +86,7 @@ export class ScriptedSession {
       case "hello":
       case "restart":
         return this.tell({
-          type: "welcome", re, protocol: 1, session: "s", resumed: false, user: "张三", restricted: true, companyName: "示例商贸公司", quantityDecimals: 2, priceDecimals: 4, amountDecimals: 2, appType: 2,
+          type: "welcome", re, protocol: 1, session: "s", resumed: false, user: "张三", restricted: true, companyName: "示例商贸公司", quantityDecimals: 2, priceDecimals: 4, amountDecimals: 2, papers: [{ name: "A4", width: 210, height: 297 }], appType: 2,
         });
       case "listReports": {
         const report = { programmaticId: "TOVStockRpt.Rpt10412", className: "Rpt10412", number: "10412", name: "商品收发汇总表", available: true };

@@ -85,8 +85,10 @@ class Export : public testing::Test {
   static inline std::filesystem::path folder_;
 };
 
-Json Wish(const Json& report, const char* format, Json fields) {
-  return {{"report", report["report"]}, {"format", format}, {"fields", std::move(fields)}};
+Json Wish(const Json& report, const char* format, Json fields, const Json& more = Json::object()) {
+  Json wish = {{"report", report["report"]}, {"format", format}, {"fields", std::move(fields)}};
+  wish.update(more);
+  return wish;
 }
 
 std::size_t CountOf(const std::string& text, const std::string& part) {
@@ -134,6 +136,16 @@ TEST_F(Export, PagesAreAPdf) {
       Fetch(page, page.Do("exportReport", Wish(report, "pdf", {"FItemNumber", "FItemName", "FQty"})));
   EXPECT_EQ(pages.substr(0, 5), "%PDF-");
   EXPECT_NE(pages.rfind("%%EOF"), std::string::npos);
+}
+
+TEST_F(Export, PagesAreOnThePaperThatIsAskedFor) {
+  const Served served({"--book", Book()});
+  Page page(served.Port());
+  const Json report = Open(page);
+  const std::string pages =
+      Fetch(page, page.Do("exportReport", Wish(report, "pdf", {"FItemNumber", "FQty"},
+                                               {{"paper", "Letter"}, {"orientation", "landscape"}})));
+  EXPECT_THAT(pages, HasSubstr("/MediaBox [ 0 0 792 612 ]"));
 }
 
 TEST_F(Export, AQuickFilterCountsToo) {
@@ -198,18 +210,23 @@ TEST_F(Export, WhatCannotBeExportedIsRefused) {
     const char* name;
     Json wish;
     std::string code;
+    std::string text = {};
   };
   const std::vector<Refused> cases = {
       {"another format", Wish(report, "docx", {"FQty"}), "fields"},
       {"no columns", Wish(report, "xlsx", Json::array()), "fields"},
       {"columns without end", Wish(report, "xlsx", Json(std::vector<std::string>(401, "FQty"))), "fields"},
       {"a column that is in no heading", Wish(report, "xlsx", {"FQty", "FNoSuchField"}), "failed"},
+      {"a paper that is none", Wish(report, "pdf", {"FQty"}, {{"paper", "C7"}}), "fields", "no paper C7"},
+      {"a paper that is no text", Wish(report, "pdf", {"FQty"}, {{"paper", 4}}), "fields"},
+      {"an orientation that is none", Wish(report, "pdf", {"FQty"}, {{"orientation", "up"}}), "fields"},
       {"a report that is not open", Wish({{"report", 99}}, "pdf", {"FQty"}), "failed"},
   };
   for (const Refused& one : cases) {
     const Json answer = page.Do("exportReport", one.wish);
     EXPECT_EQ(answer["type"], "error") << one.name;
     EXPECT_EQ(answer.value("code", ""), one.code) << one.name;
+    EXPECT_THAT(answer.value("text", ""), HasSubstr(one.text)) << one.name;
   }
   page.Send("showFilter", {{"report", report["report"]}});
   const Json form = page.Await("formOpened");
