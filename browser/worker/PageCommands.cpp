@@ -37,22 +37,12 @@ std::size_t NotNegative(const Command& command, const char* field) {
   return static_cast<std::size_t>(number);
 }
 
-// A price is what quantity and amount make it; without a quantity there is none.
-Json Price(double quantity, platform::Currency amount) {
-  return quantity == 0 ? Json(0) : Json(amount.ToDouble() / quantity);
-}
-
+// Without prices: those of a sum say nothing.
 Json CarriedCells(const std::optional<CarriedTotals>& totals, const Json& fields) {
   if (!totals) return nullptr;
-  const Json cells = {{"FInQty", totals->inQuantity},
-                      {"FInPrice", Price(totals->inQuantity, totals->inAmount)},
-                      {"FInAmount", totals->inAmount.ToText()},
-                      {"FOutQty", totals->outQuantity},
-                      {"FOutPrice", Price(totals->outQuantity, totals->outAmount)},
-                      {"FOutAmount", totals->outAmount.ToText()},
-                      {"FBalQty", totals->balanceQuantity},
-                      {"FBalPrice", Price(totals->balanceQuantity, totals->balanceAmount)},
-                      {"FBalAmount", totals->balanceAmount.ToText()}};
+  const Json cells = {{"FInQty", totals->inQuantity},       {"FInAmount", totals->inAmount.ToText()},
+                      {"FOutQty", totals->outQuantity},     {"FOutAmount", totals->outAmount.ToText()},
+                      {"FBalQty", totals->balanceQuantity}, {"FBalAmount", totals->balanceAmount.ToText()}};
   Json values = Json::array();
   for (const Json& field : fields) values.push_back(cells.value(field.get<std::string>(), Json()));
   return values;

@@ -123,7 +123,10 @@ export function apply(state: SessionState, message: Message): void {
       if (message.cancelled) break;
       const tab = tabOf(state, message.report);
       if (tab) tab.error = message.error;
-      else state.failure = { programmaticId: message.programmaticId, text: message.error };
+      else {
+        state.failure = { programmaticId: message.programmaticId, text: message.error };
+        state.active = 0; // the start page says it
+      }
       break;
     }
     case "reportClosed": dropReport(state, message.report); break;
