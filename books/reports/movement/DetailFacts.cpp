@@ -1,19 +1,35 @@
 #include "books/reports/movement/DetailFacts.h"
 
+#include <algorithm>
+
 #include "books/database/Quantity.h"
+#include "books/reports/ReportSql.h"
 
 namespace books::reports {
 namespace {
 
 using database::Statement;
 
-constexpr std::string_view kBillSql =
-    "SELECT number, explanation, COALESCE(supplier_id, customer_id, 0) FROM bill WHERE id = ?";
+// Bills come one after the other, each with its entries by line.
+constexpr std::string_view kBillSql = R"sql(
+SELECT v.id, v.number, v.explanation, COALESCE(v.supplier_id, v.customer_id, 0),
+       e.line, e.unit_id, e.unit_quantity, e.note
+FROM bill v
+CROSS JOIN bill_entry e
+WHERE {which} AND e.bill_id = v.id
+ORDER BY v.date, v.id, e.line
+)sql";
+
+std::string BillSql(const char* which) {
+  const Slot slots[] = {{"which", std::string(which)}};
+  return Compose(kBillSql, slots).sql;
+}
 
 }  // namespace
 
 DetailFacts::DetailFacts(services::Store& store)
-    : bill_(store.Reading().Prepare(kBillSql)),
+    : store_(store),
+      bill_(store.Reading().Prepare(BillSql("v.id = ?"))),
       baseData_(store.Reading().Prepare(store.UsesShortNumbers()
                                             ? "SELECT short_number, name FROM base_data WHERE id = ?"
                                             : "SELECT number, name FROM base_data WHERE id = ?")),
@@ -22,15 +38,48 @@ DetailFacts::DetailFacts(services::Store& store)
       billClass_(store.Reading().Prepare("SELECT name FROM bill_class WHERE id = ?")),
       factor_(store.Reading().Prepare("SELECT factor FROM item_unit WHERE item_id = ? AND unit_id = ?")) {}
 
-const DetailFacts::Bill& DetailFacts::BillOf(std::int64_t id) {
-  const auto [known, isNew] = bills_.try_emplace(id);
-  if (isNew) {
-    bill_.Bind(id);
-    if (bill_.Step()) {
-      known->second = {.number = bill_.Text(0), .explanation = bill_.Text(1), .partnerId = bill_.Integer(2)};
+void DetailFacts::ReadBills(platform::Date from, platform::Date to) {
+  Statement rows = store_.Reading().Query(BillSql("v.date BETWEEN ? AND ?"), from, to);
+  KeepBills(rows);
+}
+
+void DetailFacts::KeepBills(Statement& rows) {
+  std::int64_t id = 0;
+  Bill* bill = nullptr;
+  while (rows.Step()) {
+    if (bill == nullptr || rows.Integer(0) != id) {
+      id = rows.Integer(0);
+      bill = &bills_[id];
+      *bill = {.number = rows.Text(1),
+               .explanation = rows.Text(2),
+               .partnerId = rows.Integer(3),
+               .firstEntry = entries_.size()};
     }
+    ++bill->entryCount;
+    Entry& entry = entries_.emplace_back();
+    entry.line = rows.Int32(4);
+    entry.unitId = rows.Integer(5);
+    entry.unitQuantity = rows.Integer(6);
+    const std::string_view note = rows.TextView(7);
+    if (note.empty()) continue;
+    entry.note = static_cast<std::uint32_t>(notes_.size());
+    notes_.emplace_back(note);
   }
-  return known->second;
+}
+
+const DetailFacts::Bill& DetailFacts::BillOf(std::int64_t id) {
+  if (const auto known = bills_.find(id); known != bills_.end()) return known->second;
+  bill_.Bind(id);
+  KeepBills(bill_);
+  return bills_[id];
+}
+
+DetailFacts::Entry DetailFacts::EntryOf(const Bill& bill, std::int32_t line) const {
+  const auto first = entries_.begin() + static_cast<std::ptrdiff_t>(bill.firstEntry);
+  const auto last = first + static_cast<std::ptrdiff_t>(bill.entryCount);
+  const auto entry = std::lower_bound(
+      first, last, line, [](const Entry& each, std::int32_t wanted) { return each.line < wanted; });
+  return entry == last || entry->line != line ? Entry() : *entry;
 }
 
 const DetailFacts::Named& DetailFacts::BaseDataOf(std::int64_t id) {

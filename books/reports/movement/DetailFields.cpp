@@ -119,9 +119,9 @@ void DetailFields::SetSide(std::size_t column, const StockItem* item, const Sums
   to_->SetCurrency(column + 6, amount);
 }
 
-void DetailFields::AddMove(const StockItem& item, const Move& move, std::string_view note,
-                           const std::optional<Sums>& balance) {
+void DetailFields::AddMove(const StockItem& item, const Move& move, const std::optional<Sums>& balance) {
   const DetailFacts::Bill& bill = facts_.BillOf(move.billId);
+  const DetailFacts::Entry entry = facts_.EntryOf(bill, move.line);
   const DetailFacts::Named& partner = facts_.BaseDataOf(bill.partnerId);
   to_->SetDate(kDate, move.date);
   to_->SetText(kBillType, facts_.ClassName(move.billClass));
@@ -132,16 +132,16 @@ void DetailFields::AddMove(const StockItem& item, const Move& move, std::string_
   to_->SetText(kPartnerNumber, partner.number);
   to_->SetText(kAuxProp, facts_.BaseDataOf(move.place.auxId).name);
   to_->SetText(kBatchNo, facts_.BatchNumber(move.place.batchId));
-  to_->SetText(kShownUnit, move.unitId == 0 ? item.unit : facts_.UnitName(move.unitId));
+  to_->SetText(kShownUnit, entry.unitId == 0 ? item.unit : facts_.UnitName(entry.unitId));
   // The bill's own figure, which no factor can blur, with the sign of the side.
-  const bool turned = (move.sums.quantity < 0) != (move.unitQuantity < 0);
-  const double shown = AsQuantity(turned ? -move.unitQuantity : move.unitQuantity);
+  const bool turned = (move.sums.quantity < 0) != (entry.unitQuantity < 0);
+  const double shown = AsQuantity(turned ? -entry.unitQuantity : entry.unitQuantity);
   SetSide(move.receipt ? kIn : kOut, &item, move.sums, shown);
   if (balance) {
-    const double factor = AsQuantity(facts_.FactorOf(item.id, move.unitId));
+    const double factor = AsQuantity(facts_.FactorOf(item.id, entry.unitId));
     SetSide(kStock, &item, *balance, AsQuantity(balance->quantity) / factor);
   }
-  to_->SetText(kNote, note);
+  to_->SetText(kNote, facts_.NoteOf(entry));
   to_->SetInteger(kSumSort, 0);
   to_->SetInteger(kBillId, static_cast<std::int32_t>(move.billId));
   to_->SetInteger(kBillClass, move.billClass);

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "books/reports/movement/DetailFacts.h"
 #include "books/reports/movement/MovementReader.h"
@@ -30,8 +29,7 @@ class DetailFields {
   DetailFields(platform::Recordset& rows, DetailFacts& facts);
 
   // `balance` is the item's balance behind the movement, where the report shows it.
-  void AddMove(const StockItem& item, const Move& move, std::string_view note,
-               const std::optional<Sums>& balance);
+  void AddMove(const StockItem& item, const Move& move, const std::optional<Sums>& balance);
   void AddSum(const DetailSum& sum);
 
  private:

@@ -43,6 +43,7 @@ struct DetailShape {
   bool hidesUnmoved = false;
   bool hidesEmpty = false;
   bool hidesIdle = false;
+  bool allItems = true;  // all there are
 };
 
 struct DetailRow {
@@ -105,6 +106,8 @@ DetailShape ShapeOf(const ReportFilter& asked, MovementGoods goods, bool shortNu
   shape.hidesUnmoved = FlagOf(asked, "chkNoAmt");
   shape.hidesEmpty = FlagOf(asked, "chkNoBal");
   shape.hidesIdle = FlagOf(asked, "chkNoZero");
+  const Range items = asked.NumberRange("ItemNumber");
+  shape.allItems = goods == MovementGoods::kAll && items.from.empty() && items.to.empty();
   const std::string order = asked.OrderBy(kSortFields, "");
   const bool byName = order.starts_with("name");
   shape.descending = order.find(" DESC") != std::string::npos;
@@ -121,22 +124,28 @@ DetailShape ShapeOf(const ReportFilter& asked, MovementGoods goods, bool shortNu
 class MovementDetail {
  public:
   MovementDetail(services::Store& store, const ReportFilter& asked, const DetailShape& shape)
-      : shape_(shape),
+      : store_(store),
+        shape_(shape),
         choice_(store, asked, "t4"),
         items_(store, MovementItems(asked, shape.goods, store.UsesShortNumbers()), shape.items, {}),
         facts_(store),
-        reader_(store, choice_, PartsOf(shape)),
         rows_(MakeRef<Recordset>()),
         fields_(*rows_, facts_) {}
 
   Ref<Recordset> Read() {
-    for (const StockItem& item : items_.All()) ReadItem(item, reader_.Read(item.id));
+    MovementReader reader(store_, choice_, PartsOf(shape_));
+    if (TellsMostBills()) facts_.ReadBills(choice_.base.from, choice_.lastDay);
+    for (const StockItem& item : items_.All()) ReadItem(item, reader.Read(item.id));
     if (!shape_.byItem) WriteMoves();
     if (hasTotal_) WriteTotal();
     return rows_;
   }
 
  private:
+  bool TellsMostBills() const {
+    return shape_.allItems && choice_.warehouses.all && choice_.batches.all && choice_.auxiliaries.all &&
+           !choice_.byBill;
+  }
   void ReadItem(const StockItem& item, const ItemMovement& movement);
   bool IsShown(const StockItem& item, bool moved, const Sums& closing) const;
   std::vector<RowOrder> SortedMoves();
@@ -147,11 +156,11 @@ class MovementDetail {
   std::int64_t OrderIdOf(const Move& move) const;
   std::string GroupNameOf(const Move& move);
 
+  services::Store& store_;
   DetailShape shape_;
   MovementChoice choice_;
   StockItems items_;
   DetailFacts facts_;
-  MovementReader reader_;
   Ref<Recordset> rows_;
   DetailFields fields_;
   std::vector<DetailRow> moves_;  // that wait to be written
@@ -289,8 +298,7 @@ void MovementDetail::WriteMoves() {
   Totals group;
   for (std::size_t i = 0; i < sorted.size(); ++i) {
     const auto& [item, move, balance] = moves_[sorted[i].row];
-    fields_.AddMove(*item, move, reader_.Note(move.note),
-                    shape_.byItem ? std::optional(balance) : std::nullopt);
+    fields_.AddMove(*item, move, shape_.byItem ? std::optional(balance) : std::nullopt);
     if (shape_.group == DetailGroup::kNone) continue;
     group.Add(move);
     if (i + 1 < sorted.size() && sorted[i + 1].group == sorted[i].group) continue;

@@ -26,8 +26,8 @@ WHERE item_id = ? AND period = ?
 // What happened before the first day belongs to the opening figures, whoever's bill it was.
 constexpr std::string_view kMovementSql = R"sql(
 SELECT m.date, m.direction, m.bill_class, m.quantity, m.aux_quantity, m.amount,
-       {bill}, {warehouse}, {batch}, {aux}, {entry}
-FROM movement m {entries}
+       {bill}, {warehouse}, {batch}, {aux}
+FROM movement m
 WHERE m.item_id = ? AND m.date >= ? AND m.date <= ? {who}
 ORDER BY m.date, m.day_order, m.bill_id, m.direction, m.line
 )sql";
@@ -40,8 +40,6 @@ AND (m.date < ? OR EXISTS (
   WHERE b.id = m.bill_id AND {conditions}))
 )sql";
 
-constexpr const char* kEntryJoin = "LEFT JOIN bill_entry y ON y.bill_id = m.bill_id AND y.line = m.line";
-
 std::string MovementSql(const MovementChoice& choice, const MovementParts& parts) {
   std::string who;
   if (choice.byBill) {
@@ -52,8 +50,6 @@ std::string MovementSql(const MovementChoice& choice, const MovementParts& parts
                         {"warehouse", parts.warehouses ? "m.warehouse_id" : "0"},
                         {"batch", parts.batches ? "m.batch_id" : "0"},
                         {"aux", parts.auxiliaries ? "m.aux_id" : "0"},
-                        {"entry", parts.entries ? "y.unit_id, y.unit_quantity, y.note" : "0, 0, ''"},
-                        {"entries", parts.entries ? kEntryJoin : ""},
                         {"who", who}};
   return Compose(kMovementSql, slots).sql;
 }
@@ -166,13 +162,6 @@ void MovementReader::AddMove(const Place& place) {
     move.billId = movements_.Integer(6);
     move.line = movements_.Int32(7);
   }
-  if (!parts_.entries) return;
-  move.unitId = movements_.Integer(11);
-  move.unitQuantity = movements_.Integer(12);
-  const std::string_view note = movements_.TextView(13);
-  if (note.empty()) return;
-  move.note = static_cast<std::uint32_t>(notes_.size());
-  notes_.emplace_back(note);
 }
 
 // The halves of a transfer are on one line of one bill, the one that goes out first. Where only one of them

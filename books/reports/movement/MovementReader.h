@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
 #include "books/reports/movement/MovementChoice.h"
@@ -66,11 +65,6 @@ struct Move {
   Place place;
   bool receipt = false;
   Sums sums;  // positive in the sense of its side
-
-  // As the bill's entry tells it.
-  std::int64_t unitId = 0;        // 0 where there is no such entry
-  std::int64_t unitQuantity = 0;  // millionths, in the bill's own sense
-  std::uint32_t note = 0;         // see MovementReader::Note
 };
 
 // What a choice shows of one item: its places at the beginning of the first day, and what moved since, in the
@@ -87,7 +81,6 @@ enum class Openings { kNone, kSum, kByPlace };
 struct MovementParts {
   Openings openings = Openings::kByPlace;
   bool bills = true;
-  bool entries = true;
   bool warehouses = true;
   bool batches = true;
   bool auxiliaries = true;
@@ -101,8 +94,6 @@ class MovementReader {
 
   // Good until the next item is read.
   const ItemMovement& Read(std::int64_t itemId);
-  // The note of a movement that was read; good as long as the reader.
-  const std::string& Note(std::uint32_t note) const { return notes_[note]; }
 
  private:
   bool IsChosen(const Place& place) const;
@@ -117,7 +108,6 @@ class MovementReader {
   database::Statement balances_;
   database::Statement movements_;
   ItemMovement item_;
-  std::vector<std::string> notes_{std::string()};  // of all items; most entries have none
 };
 
 }  // namespace books::reports

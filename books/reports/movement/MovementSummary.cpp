@@ -140,7 +140,6 @@ void MovementSummary::Read(const std::function<void(const SummaryLine&)>& sink) 
   MovementReader reader(store_, choice_,
                         {.openings = shape_.by == SummaryBy::kItem ? Openings::kSum : Openings::kByPlace,
                          .bills = false,
-                         .entries = false,
                          .warehouses = choice_.byWarehouse,
                          .batches = shape_.by == SummaryBy::kBatch,
                          .auxiliaries = false});
