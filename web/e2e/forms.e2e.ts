@@ -270,6 +270,37 @@ describe("lookups", () => {
   });
 });
 
+describe("lookups in a large book", () => {
+  const large = new Server("--items", "3000", "--months", "2");
+  beforeAll(async () => {
+    await large.start();
+    await page().goto(`${large.address}/`);
+    await choose("10414");
+    await named("txtItem(0)").press("F7");
+    await form("frmLookup").waitFor();
+  });
+  afterAll(() => large.stop());
+  const nodes = () => page().locator("[data-form=frmLookup] .node");
+
+  it("every class is in the tree, and one is searched by Enter", async () => {
+    await page().getByText(/个类别，请选择类别/).waitFor();
+    await page().keyboard.press("End");
+    const last = (await page().locator(".node.current").textContent())!.trim().split("  ")[0]!;
+    expect(last).not.toMatch(/^01/);
+    await page().keyboard.press("Enter");
+    await expect.poll(() => named("txtSearch").inputValue()).toBe(last);
+    await expect.poll(async () => (await nodes().first().textContent())!.trim()).toMatch(new RegExp(`^${last.replaceAll(".", "\\.")}\\.`));
+  });
+  it("initials find an item that stands far behind", async () => {
+    await named("txtSearch").fill("05.");
+    await expect.poll(async () => (await nodes().last().textContent())!.trim()).toMatch(/^05\./);
+    const [number, name] = (await nodes().last().textContent())!.trim().split("  ");
+    const { pinyin } = await import("pinyin-pro");
+    await named("txtSearch").fill(pinyin(name!, { pattern: "first", toneType: "none", type: "array" }).join("").toLowerCase());
+    await nodes().filter({ hasText: number! }).waitFor();
+  });
+});
+
 describe("wrong input", () => {
   it.each(["0423-01-01", "2026-02-30", "明天"])("the date %s is refused in its place and not confirmed", async (typed) => {
     await open("10412");
