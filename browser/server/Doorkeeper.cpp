@@ -152,7 +152,13 @@ HttpReply Doorkeeper::SignOut(const HttpQuestion& question) {
 
 HttpReply Doorkeeper::File(const HttpQuestion& question) const {
   const PageFile* file = page_.Find(question.target);
-  if (file == nullptr) return Refusal(404, "there is nothing at this address");
+  if (file == nullptr) {
+    // Whoever sees this has typed the address.
+    return {.status = 404,
+            .type = "text/plain; charset=utf-8",
+            .text = "没有这个地址。请打开首页（/），从列表里选择报表。\n",
+            .headers = {}};
+  }
   HttpReply reply{.status = 200, .type = file->type, .text = file->text, .headers = {}};
   reply.headers.emplace_back("Cache-Control",
                              file->keeps ? "public, max-age=31536000, immutable" : "no-cache");

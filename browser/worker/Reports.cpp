@@ -37,8 +37,26 @@ Outcome OutcomeOf(Object& object) {
   return {.ok = platform::ToBoolean(result->Value("OK")), .error = platform::ToText(result->Value("Error"))};
 }
 
+// "BDate,2026-11-01|EDate,2026-11-30", as a report with a range of dates tells its host, in a clerk's words;
+// "" for any other report.
+std::string DateLine(Object& object) {
+  const Ref<Dictionary> result = object.Get("Result").AsRef<Dictionary>();
+  const Ref<Dictionary> title = result ? result->Value("RptTitleObject").AsRef<Dictionary>() : nullptr;
+  const std::string range = title ? platform::ToText(title->Value("ShowDateDiff")) : std::string();
+  const std::size_t bar = range.find('|');
+  const std::size_t from = range.find(',');
+  const std::size_t to = range.find(',', bar == std::string::npos ? range.size() : bar);
+  if (from > bar || to == std::string::npos) return {};
+  const std::string first = range.substr(from + 1, bar - from - 1);
+  const std::string last = range.substr(to + 1);
+  return first == last ? "日期[" + first + "]" : "日期从[" + first + "]到[" + last + "]";
+}
+
 Json TitleLines(Object& object) {
   Json lines = Json::array();
+  if (const std::string dates = DateLine(object); !dates.empty()) {
+    lines.push_back({{"caption", dates}, {"index", 0}});
+  }
   const Ref<Vector> title = object.Get("Title").AsRef<Vector>();
   if (!title) return lines;
   for (const Variant& item : title->Items()) {
@@ -156,7 +174,9 @@ void Reports::Open(const Command& command) {
     if (command.Has("filter")) {
       desk::FilterSettings settings;
       for (const auto& [key, value] : command.body["filter"].items()) {
-        settings.emplace_back(key, value.get<std::string>());
+        std::string text = value.get<std::string>();
+        std::erase(text, '\'');  // as in a field, a quote never arrives
+        settings.emplace_back(key, std::move(text));
       }
       screen_.FillNext(std::move(settings));
     }

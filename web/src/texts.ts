@@ -7,6 +7,7 @@ export const t = {
   connecting: "正在连接…", lineLost: "与服务器的连接已断开，正在重新连接…",
   unreachable: "连接不上服务器。请检查网络，然后重试。", retry: "重试",
   ended: { idle: "会话因长时间未操作已结束。", logout: "您已退出。", replaced: "此会话已在另一个窗口中打开。", shutdown: "服务器正在关闭。" } as Record<string, string>,
+  sessionGone: "断开的时间太长，原来的会话已经结束；这是新的会话。",
   startAgain: "重新开始",
   crashed: "报表程序意外中止", crashedText: "打开的报表已经丢失；账套数据和其他用户不受影响。",
   hangs: "报表程序暂时没有响应", hangsText: "可以再等一会儿；重新开始的话，打开的报表会丢失。",
@@ -17,7 +18,7 @@ export const t = {
   hintTitle: "第一次使用？", hintSteps: ["在左侧按名称、编号或拼音首字母查找报表，单击打开。", "在过滤窗口填写条件；回车到下一项，F7 查找资料。", "在表格里用方向键移动，单击列头排序，Ctrl+F 查找。", "按 F1 打开使用说明。"], hintDone: "知道了",
   openTabs: "打开的报表", closeTab: "关闭", hideList: "收起报表列表", showList: "展开报表列表",
   light: "浅色", dark: "深色", theme: "外观", help: "使用说明", opening: "正在打开…", failed: "报表没有打开", restricted: "部分数据",
-  unknownReport: (number: string) => `没有编号为 ${number} 的报表。`,
+  unknownReport: (number: string) => `没有编号为 ${number} 的报表。`, unknownAddress: "没有这个地址。请从左侧选择报表。", addressFailed: "地址打不开",
   // report
   filterAgain: "过滤", refresh: "刷新", quickFilter: "快速筛选", find: "查找", findNext: "下一个", findPrevious: "上一个", notFound: "没有找到",
   columns: "列设置", copy: "复制", print: "打印", exportMenu: "导出", exportCsv: "CSV 文件", exportXlsx: "Excel 工作簿", exportPdf: "PDF 文件", pdfPaper: "PDF 纸张", orientation: "方向", orientations: { auto: "自动", portrait: "纵向", landscape: "横向" },
@@ -39,9 +40,9 @@ export const t = {
   gridName: (name: string) => `${name}，用方向键移动`,
   // forms
   schemes: "方案", noScheme: "（未选方案）", saveScheme: "保存", saveSchemeAs: "另存为", renameScheme: "改名", deleteScheme: "删除", standardScheme: "设为默认", clearStandard: "取消默认", resetFields: "清空条件",
-  schemeName: "方案名称", deleteSchemeAsk: (name: string) => `删除方案“${name}”？`, standardMark: "（默认）",
+  schemeName: "方案名称", replaceSchemeAsk: (name: string) => `已有方案“${name}”，要用现在的条件替换它吗？`, deleteSchemeAsk: (name: string) => `删除方案“${name}”？`, standardMark: "（默认）",
   lookUp: (label: string) => `查找${label}`, okKey: "确定(&O)", cancelKey: "取消(&E)", quickKey: "快速查询(&Q)", quickPane: "快速查询",
-  badDate: "日期不对，应为 2026-11-05", search: "搜索", lookupNone: "没有找到，请换个编号、名称或首字母试试。", lookupKeys: "输入编号、名称或拼音首字母；↑↓ 选择，回车确定，Esc 取消", progress: "请稍候", stepUp: "增加", stepDown: "减少",
+  noEntries: "（没有可选的）", badDate: "日期不对，应为 2026-11-05", search: "搜索", lookupNone: "没有找到，请换个编号、名称或首字母试试。", batchKeys: "输入批号；↑↓ 选择，回车确定，Esc 取消", lookupKeys: "输入编号、名称或拼音首字母；↑↓ 选择，回车确定，Esc 取消", progress: "请稍候", stepUp: "增加", stepDown: "减少",
   // print
   broughtForward: "承前页", carriedForward: "过次页", goToPage: "页码", goToItem: "商品代码或名称", itemPages: (count: number) => `${count.toLocaleString("zh-CN")} 个商品`, noPages: "没有账页：所选商品在这些期间都没有要显示的行。",
   sheetPart: (part: number, parts: number) => `本账页第 ${part} / ${parts} 张`, itemNotFound: (text: string) => `全部账页里没有“${text}”。`, loadingSheet: "正在读取…",
