@@ -47,11 +47,9 @@ export class ScriptedSession {
   onCommand: (command: Command) => boolean = () => false; // true: answered
 
   readonly columns: Column[];
-  private readonly places: Map<string, number>;
 
   constructor(private readonly script: Script, private readonly pages = kDist) {
     this.columns = scriptedColumns(script.columns);
-    this.places = new Map(this.columns.map((column, at) => [column.field, at]));
   }
 
   async serve(page: Page): Promise<void> {
@@ -94,7 +92,7 @@ export class ScriptedSession {
       }
       case "openReport": this.ready(); break;
       case "fetchRows": {
-        const places = command.fields.map((field) => this.places.get(field)!);
+        const places = command.fields.map((field) => this.columns.findIndex((column) => column.field === field));
         const count = Math.min(command.count, this.script.rows - command.start);
         const at = Array.from({ length: count }, (_, row) => command.start + row);
         const values = at.map((row) => places.map((column) => scriptedCell(row, column)));

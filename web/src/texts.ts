@@ -24,7 +24,7 @@ export const t = {
   columns: "列设置", copy: "复制", print: "打印", exportMenu: "导出", exportCsv: "CSV 文件", exportXlsx: "Excel 工作簿", exportPdf: "PDF 文件", pdfPaper: "PDF 纸张", orientation: "方向", orientations: { auto: "自动", portrait: "纵向", landscape: "横向" },
   paperSize: (name: string, width: number, height: number) => `${name}（${width}×${height} 毫米）`,
   exporting: { csv: "正在导出 CSV", xlsx: "正在导出 Excel", pdf: "正在导出 PDF" }, exportBusy: "上一个文件还在导出，请等它完成或先取消。", cancel: "取消", ok: "确定", close: "关闭", explain: "数据说明",
-  fold: (group: string) => `收起“${group}”（-）`, unfold: (group: string) => `展开“${group}”（+）`, foldAll: "收起各组", unfoldAll: "展开各组", folded: "（已收起）",
+  fold: (group: string) => `收起“${group}”（-）`, unfold: (group: string) => `展开“${group}”（+）`, columnSearch: "列名", showColumns: "全部显示", hideColumns: "全部隐藏", foldAll: "收起各组", unfoldAll: "展开各组", folded: "（已收起）",
   zeroEmpty: "零不显示", resetColumns: "恢复默认", moveUp: "上移", moveDown: "下移",
   emptyTitle: "没有符合条件的数据", emptyText: "可以放宽过滤条件再试。", emptyFiltered: "快速筛选没有留下任何行", clearQuick: "清除筛选",
   loadFailed: "数据没有读到。", ledger: { first: "第一个", previous: "上一个", next: "下一个", last: "最后一个" }, findItem: "商品代码", goTo: "转到", detail: "明细",

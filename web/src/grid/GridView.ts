@@ -161,6 +161,22 @@ export class GridView {
     return { row: Number(row), column: Number(cell.dataset["at"] ?? -1) };
   }
 
+  // The cell at a point of the window, or the nearest one to it. `over` tells how far the point lies outside the
+  // part that scrolls.
+  spotNear(x: number, y: number): { spot: Spot; over: { x: number; y: number } } | null {
+    const { rows, columns, frozen } = this.content;
+    if (rows === 0 || columns.length === 0) return null;
+    const { left, top } = this.host.getBoundingClientRect();
+    const [across, down] = [x - left, y - top - this.headHeight];
+    const into = (value: number, most: number) => Math.max(0, Math.min(most - 1, value));
+    const row = into(Math.floor((into(down, this.bodyHeight) + this.top()) / kRowHeight), rows);
+    const inside = into(across, this.viewWidth);
+    const place = inside < this.edges[frozen]! ? inside : inside + this.host.scrollLeft;
+    const at = this.edges.findIndex((edge) => edge > place);
+    const column = at < 0 ? columns.length - 1 : Math.max(0, at - 1);
+    return { spot: { row, column }, over: { x: across - inside, y: down - into(down, this.bodyHeight) } };
+  }
+
   private get bodyHeight(): number {
     return Math.max(0, this.viewHeight - this.headHeight);
   }

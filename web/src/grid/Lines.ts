@@ -147,7 +147,9 @@ export class Lines {
     const id = current ? cellId(picture.head!) : "";
     if (cell.id !== id) element.id = cell.id = id;
     let names = "grid-cell";
-    if (isNumeric(column.type)) names += standsOut(column, value) ? " number negative" : " number";
+    if (isNumeric(column.type)) names += " number";
+    const outstanding = standsOut(column, value);
+    if (outstanding) names += ` ${outstanding}`;
     if (at < picture.frozen) names += at === picture.frozen - 1 ? " frozen last-frozen" : " frozen";
     if (cell.waits) names += " waiting";
     if (selected) names += " selected";

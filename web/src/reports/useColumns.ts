@@ -43,11 +43,13 @@ export function useColumns(session: Session, ready: ReportReadyMessage) {
     },
     resize: (column: GridColumn, width: number) => change(columns.value.map((one) => (one.field === column.field ? { ...one, width } : one)), false),
     move: (field: string, before: string | null) => change(moveColumn(columns.value, field, before)),
-    hide: (field: string, hidden: boolean) => {
-      if (hidden && shown.value.length === 1) return; // a grid without columns cannot be brought back by its heading
-      const column = columns.value.find((one) => one.field === field);
-      if (column && !hidden) setFolded(column.group, false); // who asks for a column wants to see it
-      change(columns.value.map((one) => (one.field === field ? { ...one, hidden } : one)));
+    hide: (fields: readonly string[], hidden: boolean) => {
+      const wanted = new Set(fields);
+      const next = columns.value.map((one) => (wanted.has(one.field) ? { ...one, hidden } : one));
+      if (next.every((one) => one.hidden)) return; // a grid without columns cannot be brought back by its heading
+      // Who asks for a column wants to see it.
+      if (!hidden) for (const one of next) if (wanted.has(one.field)) setFolded(one.group, false);
+      change(next);
     },
     reset: () => {
       columns.value = standard();
