@@ -11,6 +11,7 @@
 #include "desk/Host.h"
 #include "desk/ReportRows.h"
 #include "exports/Csv.h"
+#include "exports/Paper.h"
 #include "exports/Pdf.h"
 #include "exports/Xlsx.h"
 #include "platform/rows/Dictionary.h"
@@ -34,6 +35,8 @@ struct RunOptions {
   std::string book;
   std::string format = "table";
   std::string out;
+  std::string paper;
+  std::string orientation;
   std::optional<std::size_t> limit;
   std::optional<std::int32_t> appType;
   std::optional<std::int32_t> industryType;
@@ -92,33 +95,19 @@ void WritePageEnds(const ReportOutcome& outcome) {
   std::cerr << '\n';
 }
 
-// The title lines that the rows of a page carry, FTitle1 first.
-std::vector<std::string> PageTitle(const Recordset& page) {
-  std::vector<std::string> lines;
-  for (int i = 1; page.ViewCount() > 0; ++i) {
-    const std::optional<std::size_t> field = page.FindField("FTitle" + std::to_string(i));
-    if (!field) break;
-    const std::string_view line = page.TextAt(*field, page.RowAt(0));
-    if (!line.empty()) lines.emplace_back(line);
-  }
-  return lines;
-}
-
 // A table a page, each under its own title lines.
-void WritePages(std::ostream& out, const ReportOutcome& outcome, std::optional<std::size_t> limit) {
-  const Ref<Recordset> rows = RowsOf(outcome);
-  std::size_t begin = 0;
-  for (const std::int32_t pageEnd : outcome.pageEnds) {
-    const auto end = static_cast<std::size_t>(pageEnd);
+void WritePages(std::ostream& out, const ReportOutcome& outcome, const exports::ItemPages& pages,
+                std::optional<std::size_t> limit) {
+  for (std::size_t i = 0; i < pages.Count(); ++i) {
+    const std::size_t begin = pages.Begin(i);
     if (limit && begin >= *limit) return;
-    const Ref<Recordset> page = rows->Slice(begin, end - begin);
+    const Ref<Recordset> page = pages.Rows().Slice(begin, pages.End(i) - begin);
     if (begin > 0) out << '\n';
     const exports::Grid grid(*outcome.header, *page);
     WriteTable(out, {.name = platform::ToText(outcome.property->Value("Name")),
-                     .titleLines = PageTitle(*page),
+                     .titleLines = pages.TitleLines(i),
                      .grid = grid,
                      .limit = limit ? std::optional<std::size_t>(*limit - begin) : std::nullopt});
-    begin = end;
   }
 }
 
@@ -126,14 +115,39 @@ void WriteText(std::ostream& out, const ReportOutcome& outcome, const exports::S
                const RunOptions& options) {
   if (options.format == "csv") {
     exports::WriteCsv(out, sheet);
-  } else if (!outcome.pageEnds.empty()) {
-    WritePages(out, outcome, options.limit);
+  } else if (sheet.items != nullptr) {
+    WritePages(out, outcome, *sheet.items, options.limit);
   } else {
     WriteTable(out, sheet);
   }
 }
 
 bool IsFileFormat(const RunOptions& options) { return options.format == "xlsx" || options.format == "pdf"; }
+
+exports::PageSetup SetupOf(const RunOptions& options) {
+  exports::PageSetup setup;
+  if (!options.paper.empty()) setup.paper = exports::FindPaper(options.paper).value();
+  if (!options.orientation.empty()) setup.orientation = exports::FindOrientation(options.orientation).value();
+  return setup;
+}
+
+// Tells before the report runs what would come to nothing.
+void CheckOptions(const RunOptions& options) {
+  if (IsFileFormat(options) && options.out.empty()) {
+    throw UsageError("--format " + options.format + " makes a file; name it with --out FILE");
+  }
+  if (!options.paper.empty() && !exports::FindPaper(options.paper)) {
+    throw UsageError("--paper: there is no paper " + options.paper + "; choose one of " +
+                     exports::PaperNames());
+  }
+  if (!options.orientation.empty() && !exports::FindOrientation(options.orientation)) {
+    throw UsageError("--orientation: " + options.orientation +
+                     " is none; choose auto, portrait or landscape");
+  }
+  if (options.format != "pdf" && !(options.paper.empty() && options.orientation.empty())) {
+    throw UsageError("--paper and --orientation are for --format pdf");
+  }
+}
 
 UsageError CannotWrite(const RunOptions& options) {
   return UsageError("cannot write " + options.out + "; name a file in a folder that you may write to");
@@ -180,10 +194,13 @@ void Deliver(const ReportOutcome& outcome, const RunOptions& options) {
   if (!outcome.header || !outcome.property) throw std::runtime_error("the report hands back no heading");
   const Ref<Recordset> rows = RowsOf(outcome);
   const exports::Grid grid(*outcome.header, *rows);
+  std::optional<exports::ItemPages> pages;
+  if (!outcome.pageEnds.empty()) pages.emplace(*rows, outcome.pageEnds);
   const exports::Sheet sheet{.name = platform::ToText(outcome.property->Value("Name")),
                              .titleLines = TitleLines(outcome),
                              .grid = grid,
-                             .limit = options.limit};
+                             .limit = options.limit,
+                             .items = pages ? &*pages : nullptr};
   if (!IsFileFormat(options)) {
     WriteStream(options, [&](std::ostream& out) { WriteText(out, outcome, sheet, options); });
   } else {
@@ -191,7 +208,7 @@ void Deliver(const ReportOutcome& outcome, const RunOptions& options) {
       if (options.format == "xlsx") {
         exports::WriteXlsx(part, sheet);
       } else {
-        exports::WritePdf(part, sheet);
+        exports::WritePdf(part, sheet, {}, SetupOf(options));
       }
     });
   }
@@ -211,9 +228,7 @@ std::unique_ptr<desk::DataBackend> OpenBook(const RunOptions& options) {
 }
 
 int Run(const RunOptions& options) {
-  if (IsFileFormat(options) && options.out.empty()) {
-    throw UsageError("--format " + options.format + " makes a file; name it with --out FILE");
-  }
+  CheckOptions(options);
   desk::FilterSettings settings;
   for (const std::string& key : options.keys) settings.push_back(SplitKey(key));
   player::ReportRun run({.component = desk::DefaultComponentPath(),
@@ -249,6 +264,9 @@ void AddRunCommand(CLI::App& app, int& status) {
       ->check(CLI::IsMember({"table", "csv", "json", "xlsx", "pdf"}))
       ->capture_default_str();
   command->add_option("--out", options->out, "The file to write; without it standard output");
+  command->add_option("--paper", options->paper, "Of pdf the paper: " + exports::PaperNames());
+  command->add_option("--orientation", options->orientation,
+                      "Of pdf: portrait, landscape, or auto, which is what the columns need");
   command->add_option("--limit", options->limit, "The most rows that are written")
       ->check(CLI::NonNegativeNumber);
   command->add_option("--app-type", options->appType, "The application type")

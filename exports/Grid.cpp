@@ -198,7 +198,10 @@ std::string Grid::OnScreen(std::size_t column, const Variant& value) const {
 }
 
 std::string Grid::Cell(std::size_t column, std::size_t row) const {
-  const Variant value = ValueAt(column, row);
+  return Shown(column, ValueAt(column, row));
+}
+
+std::string Grid::Shown(std::size_t column, const Variant& value) const {
   if (value.IsNull() || value.IsEmpty()) return {};
   if (arranged_) return OnScreen(column, value);
   const std::string& type = columns_[column].type;

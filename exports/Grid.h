@@ -56,6 +56,8 @@ class Grid {
   // As a reader wants it: as on his screen, or amounts with two decimals, quantities and prices with at most
   // four.
   std::string Cell(std::size_t column, std::size_t row) const;
+  // A value that is none of the rows', as it would stand in a column.
+  std::string Shown(std::size_t column, const platform::Variant& value) const;
   // As another program wants it: every figure exact.
   std::string ExactCell(std::size_t column, std::size_t row) const;
   // The cell's figure; nothing for texts, dates and empty cells.

@@ -51,4 +51,31 @@ std::vector<PageColumns> SplitColumns(const std::vector<PaperColumn>& columns, d
   return pages;
 }
 
+std::size_t RowsOfPage(const PageRoom& room, std::size_t left, bool isFirst) {
+  const std::size_t carried = room.carries ? 1 : 0;
+  const std::size_t lines = room.lines - std::min(isFirst ? 0 : carried, room.lines - 1);
+  if (left <= lines) return left;
+  return lines - std::min(carried, lines - 1);
+}
+
+std::size_t PagesOfRows(const PageRoom& room, std::size_t rows) {
+  std::size_t pages = 1;
+  for (std::size_t left = rows - RowsOfPage(room, rows, true); left > 0; ++pages) {
+    left -= RowsOfPage(room, left, false);
+  }
+  return pages;
+}
+
+std::vector<std::size_t> FlowTexts(const std::vector<double>& widths, double gap, double lineWidth) {
+  std::vector<std::size_t> ends;
+  double used = 0;
+  for (std::size_t i = 0; i < widths.size(); ++i) {
+    const bool begins = ends.empty() || used + gap + widths[i] > lineWidth;
+    if (begins) ends.push_back(i);
+    used = begins ? widths[i] : used + gap + widths[i];
+    ends.back() = i + 1;
+  }
+  return ends;
+}
+
 }  // namespace exports

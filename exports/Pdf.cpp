@@ -1,149 +1,109 @@
 // First the columns are measured by their widest cells and parted into pages across; then page after page
-// is drawn, all rows of the first page across, then all rows of the second.
+// is drawn, item by item where the sheet has items: all rows of the first page across, then all rows of the
+// second.
 #include "exports/Pdf.h"
 
 #include <algorithm>
-#include <memory>
 
-#include <cairo-pdf.h>
-#include <pango/pangocairo.h>
-
-#include "exports/Measures.h"
+#include "exports/Canvas.h"
+#include "exports/CarriedTotals.h"
 #include "exports/PageLayout.h"
+#include "platform/value/Clock.h"
 #include "platform/value/Error.h"
 
 namespace exports {
 namespace {
 
-constexpr double kMargin = 36;
-constexpr double kFontSize = 8;
-constexpr double kNameSize = 13;
 constexpr double kLine = 13;  // of a row
 constexpr double kNameLine = 22;
+constexpr double kTitleGap = 16;
 constexpr double kFooter = 18;
-constexpr double kPadding = 3;
 constexpr double kNarrowest = 24;
 constexpr double kWidest = 190;
 constexpr double kSmallest = 0.75;  // columns that nearly fit are made smaller down to this
 constexpr std::size_t kMeasuredRows = 100'000;
 constexpr std::size_t kKeyColumns = 2;
-constexpr const char* kFont = "Noto Sans CJK SC";
+constexpr const char* kCarriedOver = "过次页";
+constexpr const char* kBroughtForward = "承前页";
 
-struct Colour {
-  double red;
-  double green;
-  double blue;
-};
-constexpr Colour kInk{0.13, 0.15, 0.18};
 constexpr Colour kNegative{0.78, 0.11, 0.11};
-constexpr Colour kRule{0.75, 0.78, 0.82};
 constexpr Colour kHeadingGround{0.93, 0.945, 0.96};
 constexpr Colour kSummaryGround{0.965, 0.97, 0.98};
 
-struct Unref {
-  void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-  void operator()(cairo_t* context) const { cairo_destroy(context); }
-  void operator()(PangoLayout* layout) const { g_object_unref(layout); }
-  void operator()(PangoFontDescription* font) const { pango_font_description_free(font); }
-};
-using Surface = std::unique_ptr<cairo_surface_t, Unref>;
-using Context = std::unique_ptr<cairo_t, Unref>;
-using Layout = std::unique_ptr<PangoLayout, Unref>;
+constexpr std::size_t kNoGroup = static_cast<std::size_t>(-1);
 
-struct Box {
-  double left;
-  double width;
+std::string PageOf(std::size_t number, std::size_t all) {
+  return "第 " + std::to_string(number) + " 页，共 " + std::to_string(all) + " 页";
+}
+
+// Rows that begin a page under title lines of their own: an item's, or all there are.
+struct Stretch {
+  std::size_t begin = 0;
+  std::size_t end = 0;
+  std::vector<std::string> titleLines;
+  std::vector<std::size_t> titleEnds;  // of the lines that these take side by side
+};
+
+struct PageNumber {
+  std::size_t own = 0;  // within the item
+  std::size_t ownAll = 0;
+  std::size_t number = 0;
+  std::size_t all = 0;
 };
 
 class Document {
  public:
-  Document(const std::filesystem::path& file, const Sheet& sheet, const Paper& paper)
-      : file_(file),
-        sheet_(sheet),
-        width_(paper.width),
-        height_(paper.height),
-        surface_(cairo_pdf_surface_create(file.string().c_str(), paper.width, paper.height)),
-        context_(cairo_create(surface_.get())),
-        plain_(MakeLayout(kFontSize, false)),
-        bold_(MakeLayout(kFontSize, true)),
-        name_(MakeLayout(kNameSize, true)) {
-    RequireSound();
-    cairo_pdf_surface_set_metadata(surface_.get(), CAIRO_PDF_METADATA_TITLE, sheet.name.c_str());
+  Document(const std::filesystem::path& file, const Sheet& sheet, const PageSetup& setup)
+      : sheet_(sheet),
+        orientation_(setup.orientation),
+        canvas_(file, sheet.name, setup.paper),
+        measures_(canvas_.MeasuresOf(Font::kPlain)),
+        printed_("打印日期：" + platform::Clock::Today().ToText()) {
+    if (sheet.items != nullptr) carried_.emplace(*sheet.items, sheet.grid);
   }
 
   bool Write(const Progress& progress) {
     if (!Measure(progress)) return false;
     ChoosePages();
     const ProgressSteps steps(progress, sheet_.RowCount() * pages_.size());
-    const std::size_t all = PageCount();
-    std::size_t number = 0;
-    std::size_t done = 0;
-    for (const PageColumns& columns : pages_) {
-      std::size_t row = 0;
-      do {
-        const bool first = row == 0;
-        BeginPage(columns, first, ++number, all);
-        const std::size_t end = std::min(sheet_.RowCount(), row + RowsOfPage(first));
-        for (; row < end; ++row) {
-          if (!steps.GoesOn(done++)) return false;
-          DrawRow(columns, row);
-        }
-        cairo_show_page(context_.get());
-      } while (row < sheet_.RowCount());
+    PageNumber number{.all = PageCount()};
+    for (std::size_t i = 0; i < StretchCount(); ++i) {
+      if (!WriteStretch(i, steps, number)) return false;
     }
-    cairo_surface_finish(surface_.get());
-    RequireSound();
+    canvas_.Finish();
     return true;
   }
 
  private:
-  void RequireSound() const {
-    const cairo_status_t status = cairo_surface_status(surface_.get());
-    if (status == CAIRO_STATUS_SUCCESS) return;
-    throw platform::Error(platform::ErrorNumber::kBadArgument, "exports",
-                          "cannot write " + file_.string() + " (" + cairo_status_to_string(status) +
-                              "); name a file in a folder that you may write to");
+  std::size_t StretchCount() const {
+    if (sheet_.items == nullptr) return 1;
+    std::size_t count = sheet_.items->Count();
+    while (count > 1 && sheet_.items->Begin(count - 1) >= sheet_.RowCount()) --count;
+    return std::max<std::size_t>(count, 1);
   }
 
-  Layout MakeLayout(double size, bool bold) const {
-    Layout layout(pango_cairo_create_layout(context_.get()));
-    const std::unique_ptr<PangoFontDescription, Unref> font(pango_font_description_new());
-    pango_font_description_set_family(font.get(), kFont);
-    pango_font_description_set_absolute_size(font.get(), size * PANGO_SCALE);
-    pango_font_description_set_weight(font.get(), bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
-    pango_layout_set_font_description(layout.get(), font.get());
-    pango_layout_set_ellipsize(layout.get(), PANGO_ELLIPSIZE_END);
-    pango_layout_set_single_paragraph_mode(layout.get(), TRUE);
-    return layout;
-  }
-
-  static double WidthOf(PangoLayout* layout, const std::string& text) {
-    if (text.empty()) return 0;
-    pango_layout_set_width(layout, -1);
-    pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
-    int width = 0;
-    pango_layout_get_size(layout, &width, nullptr);
-    return static_cast<double>(width) / PANGO_SCALE;
-  }
-
-  static Measures MeasuresOf(PangoLayout* layout) {
-    Measures measures;
-    for (unsigned char c = ' '; c < 0x7FU; ++c) {
-      // Several, as a single one may be rounded.
-      constexpr int kTimes = 10;
-      measures.plain[c] = WidthOf(layout, std::string(kTimes, static_cast<char>(c))) / kTimes;
+  Stretch StretchAt(std::size_t item) const {
+    Stretch stretch{.end = sheet_.RowCount(), .titleLines = sheet_.titleLines};
+    if (sheet_.items != nullptr && sheet_.items->Count() > 0) {
+      stretch = {.begin = sheet_.items->Begin(item),
+                 .end = std::min(sheet_.items->End(item), sheet_.RowCount()),
+                 .titleLines = sheet_.items->TitleLines(item)};
     }
-    measures.wide = WidthOf(layout, "库");
-    return measures;
+    std::vector<double> widths;
+    for (const std::string& line : stretch.titleLines) widths.push_back(WidthOfTitle(line));
+    stretch.titleEnds = FlowTexts(widths, kTitleGap, canvas_.Width());
+    return stretch;
   }
+
+  double WidthOfTitle(const std::string& line) const { return measures_.WidthOf(line) + 2 * kPadding; }
 
   // What a column's cells need: a figure that is cut would be a wrong one.
-  double WidthOfCells(std::size_t column, const Measures& plain, const Measures& bold) const {
+  double WidthOfCells(std::size_t column, const Measures& bold) const {
     const std::size_t rows = sheet_.RowCount();
     const std::size_t step = std::max<std::size_t>(rows / kMeasuredRows, 1);
     double width = 0;
     for (std::size_t row = 0; row < rows; row += step) {
-      const Measures& measures = sheet_.grid.IsSummary(row) ? bold : plain;
+      const Measures& measures = sheet_.grid.IsSummary(row) ? bold : measures_;
       width = std::max(width, measures.WidthOf(sheet_.grid.Cell(column, row)));
     }
     return width;
@@ -152,13 +112,12 @@ class Document {
   // Asks for every column: all of them together may take longer than a user waits without a word.
   bool Measure(const Progress& progress) {
     const auto& columns = sheet_.grid.Columns();
-    const Measures plain = MeasuresOf(plain_.get());
-    const Measures bold = MeasuresOf(bold_.get());
+    const Measures bold = canvas_.MeasuresOf(Font::kBold);
     bool keys = true;
     for (std::size_t i = 0; i < columns.size(); ++i) {
       if (progress && !progress(0, sheet_.RowCount())) return false;
-      const double width = std::max({WidthOf(bold_.get(), columns[i].caption),
-                                     WidthOf(bold_.get(), columns[i].second), WidthOfCells(i, plain, bold)});
+      const double width = std::max({canvas_.WidthOf(Font::kBold, columns[i].caption),
+                                     canvas_.WidthOf(Font::kBold, columns[i].second), WidthOfCells(i, bold)});
       keys = keys && i < kKeyColumns && columns[i].alignment == Alignment::kLeft;
       columns_.push_back({.width = std::clamp(width + 2 * kPadding, kNarrowest, kWidest),
                           .groupSpan = columns[i].groupSpan,
@@ -170,56 +129,57 @@ class Document {
   void ChoosePages() {
     double wanted = 0;
     for (const PaperColumn& column : columns_) wanted += column.width;
-    if (wanted > width_ - 2 * kMargin) {
-      std::swap(width_, height_);
-      cairo_pdf_surface_set_size(surface_.get(), width_, height_);
+    const bool isNarrow = wanted > canvas_.Width();
+    if (orientation_ == Orientation::kLandscape || (orientation_ == Orientation::kAuto && isNarrow)) {
+      canvas_.TurnToLying();
     }
-    const double usable = width_ - 2 * kMargin;
-    if (wanted > usable && wanted * kSmallest <= usable) scale_ = usable / wanted;
-    pages_ = SplitColumns(columns_, usable / scale_);
+    const double usable = canvas_.Width();
+    if (wanted > usable && wanted * kSmallest <= usable) canvas_.SetScale(usable / wanted);
+    pages_ = SplitColumns(columns_, canvas_.Width());
   }
 
   double HeadingHeight() const { return sheet_.grid.HasSecondLine() ? 2 * kLine : kLine; }
 
-  std::size_t RowsOfPage(bool first) const {
-    double free = height_ / scale_ - 2 * kMargin / scale_ - kNameLine - HeadingHeight() - kFooter;
-    if (first) free -= static_cast<double>(sheet_.titleLines.size()) * kLine;
-    return static_cast<std::size_t>(std::max(free / kLine, 1.0));
+  PageRoom RoomOf(const Stretch& stretch) const {
+    const double titles = static_cast<double>(stretch.titleEnds.size()) * kLine;
+    const double free = canvas_.Height() - kNameLine - titles - HeadingHeight() - kFooter;
+    return {.lines = static_cast<std::size_t>(std::max(free / kLine, 1.0)),
+            .carries = carried_ && carried_->Carries()};
   }
 
   std::size_t PageCount() const {
-    const std::size_t first = std::min(sheet_.RowCount(), RowsOfPage(true));
-    const std::size_t later = (sheet_.RowCount() - first + RowsOfPage(false) - 1) / RowsOfPage(false);
-    return pages_.size() * (1 + later);
+    std::size_t pages = 0;
+    for (std::size_t i = 0; i < StretchCount(); ++i) {
+      const Stretch stretch = StretchAt(i);
+      pages += PagesOfRows(RoomOf(stretch), stretch.end - stretch.begin);
+    }
+    return pages * pages_.size();
   }
 
-  void SetColour(const Colour& colour) const {
-    cairo_set_source_rgb(context_.get(), colour.red, colour.green, colour.blue);
-  }
-
-  void Fill(Box box, double height, const Colour& colour) const {
-    SetColour(colour);
-    cairo_rectangle(context_.get(), box.left, top_, box.width, height);
-    cairo_fill(context_.get());
-  }
-
-  void Line(double top, double width) const {
-    SetColour(kRule);
-    cairo_set_line_width(context_.get(), 0.4);
-    cairo_move_to(context_.get(), 0, top);
-    cairo_line_to(context_.get(), width, top);
-    cairo_stroke(context_.get());
-  }
-
-  void Text(PangoLayout* layout, const std::string& text, Box box, PangoAlignment alignment,
-            const Colour& colour) const {
-    if (text.empty()) return;
-    pango_layout_set_width(layout, static_cast<int>((box.width - 2 * kPadding) * PANGO_SCALE));
-    pango_layout_set_alignment(layout, alignment);
-    pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
-    SetColour(colour);
-    cairo_move_to(context_.get(), box.left + kPadding, top_ + 0.5);
-    pango_cairo_show_layout(context_.get(), layout);
+  bool WriteStretch(std::size_t item, const ProgressSteps& steps, PageNumber& number) {
+    const Stretch stretch = StretchAt(item);
+    const PageRoom room = RoomOf(stretch);
+    number.own = 0;
+    number.ownAll = PagesOfRows(room, stretch.end - stretch.begin) * pages_.size();
+    for (const PageColumns& columns : pages_) {
+      if (carried_) carried_->BeginItem();
+      std::size_t row = stretch.begin;
+      do {
+        const bool first = row == stretch.begin;
+        ++number.own;
+        ++number.number;
+        BeginPage(columns, stretch, number);
+        if (!first && room.carries) DrawCarried(columns, kBroughtForward);
+        for (const std::size_t end = row + RowsOfPage(room, stretch.end - row, first); row < end; ++row) {
+          if (!steps.GoesOn(done_++)) return false;
+          DrawRow(columns, row);
+          if (carried_) carried_->Add(row);
+        }
+        if (row < stretch.end && room.carries) DrawCarried(columns, kCarriedOver);
+        canvas_.EndPage();
+      } while (row < stretch.end);
+    }
+    return true;
   }
 
   double WidthOf(const PageColumns& columns) const {
@@ -228,28 +188,40 @@ class Document {
     return width;
   }
 
-  void BeginPage(const PageColumns& columns, bool first, std::size_t number, std::size_t all) {
-    cairo_identity_matrix(context_.get());
-    cairo_translate(context_.get(), kMargin, kMargin);
-    cairo_scale(context_.get(), scale_, scale_);
-    const Box whole{0, (width_ - 2 * kMargin) / scale_};
-    top_ = (height_ - 2 * kMargin) / scale_ - kLine;
-    Text(plain_.get(), "第 " + std::to_string(number) + " 页，共 " + std::to_string(all) + " 页", whole,
-         PANGO_ALIGN_CENTER, kInk);
+  void BeginPage(const PageColumns& columns, const Stretch& stretch, const PageNumber& number) {
+    canvas_.BeginPage();
+    const Box whole{0, canvas_.Width()};
+    DrawFooter(whole, number);
     top_ = 0;
-    Text(name_.get(), sheet_.name, whole, PANGO_ALIGN_CENTER, kInk);
+    canvas_.Text(Font::kName, sheet_.name, whole, top_, Place::kCentre);
     top_ = kNameLine;
-    for (std::size_t i = 0; first && i < sheet_.titleLines.size(); ++i) {
-      Text(plain_.get(), sheet_.titleLines[i], whole, PANGO_ALIGN_LEFT, kInk);
+    std::size_t text = 0;
+    for (const std::size_t end : stretch.titleEnds) {
+      double left = 0;
+      for (; text < end; ++text) {
+        // The last one may run to the edge, where it is cut.
+        canvas_.Text(Font::kPlain, stretch.titleLines[text], {left, whole.width - left}, top_, Place::kLeft);
+        left += WidthOfTitle(stretch.titleLines[text]) + kTitleGap;
+      }
       top_ += kLine;
     }
     DrawHeading(columns);
   }
 
+  void DrawFooter(const Box& whole, const PageNumber& number) const {
+    const double top = canvas_.Height() - kLine;
+    const bool items = sheet_.items != nullptr;
+    canvas_.Text(Font::kPlain, printed_, whole, top, Place::kLeft);
+    canvas_.Text(Font::kPlain, items ? PageOf(number.own, number.ownAll) : PageOf(number.number, number.all),
+                 whole, top, Place::kCentre);
+    if (items)
+      canvas_.Text(Font::kPlain, "总" + PageOf(number.number, number.all), whole, top, Place::kRight);
+  }
+
   void DrawHeading(const PageColumns& columns) {
     const double width = WidthOf(columns);
     const double upper = top_;
-    Fill({0, width}, HeadingHeight(), kHeadingGround);
+    canvas_.Fill({0, width}, top_, HeadingHeight(), kHeadingGround);
     if (sheet_.grid.HasSecondLine()) {
       DrawUpperLine(columns);
       top_ += kLine;
@@ -257,17 +229,17 @@ class Document {
     double left = 0;
     for (const std::size_t i : columns) {
       const GridColumn& column = sheet_.grid.Columns()[i];
-      Text(bold_.get(), column.second.empty() ? column.caption : column.second, {left, columns_[i].width},
-           PANGO_ALIGN_CENTER, kInk);
+      canvas_.Text(Font::kBold, column.second.empty() ? column.caption : column.second,
+                   {left, columns_[i].width}, top_, Place::kCentre);
       left += columns_[i].width;
     }
     top_ += kLine;
-    Line(upper, width);
-    Line(top_, width);
+    canvas_.Rule(upper, width);
+    canvas_.Rule(top_, width);
   }
 
   // Group captions over those of their columns that are on this page.
-  void DrawUpperLine(const PageColumns& columns) {
+  void DrawUpperLine(const PageColumns& columns) const {
     double left = 0;
     for (std::size_t at = 0; at < columns.size();) {
       const std::size_t group = GroupOf(columns[at]);
@@ -278,13 +250,12 @@ class Document {
       } while (group != kNoGroup && at < columns.size() && GroupOf(columns[at]) == group);
       const GridColumn& column = sheet_.grid.Columns()[group == kNoGroup ? from : group];
       const bool own = group == kNoGroup && !column.second.empty();
-      if (group != kNoGroup) Text(bold_.get(), column.group, {left, width}, PANGO_ALIGN_CENTER, kInk);
-      if (own) Text(bold_.get(), column.caption, {left, width}, PANGO_ALIGN_CENTER, kInk);
+      if (group != kNoGroup || own) {
+        canvas_.Text(Font::kBold, own ? column.caption : column.group, {left, width}, top_, Place::kCentre);
+      }
       left += width;
     }
   }
-
-  static constexpr std::size_t kNoGroup = static_cast<std::size_t>(-1);
 
   // The column that begins the group which this column stands under.
   std::size_t GroupOf(std::size_t column) const {
@@ -297,47 +268,67 @@ class Document {
 
   void DrawRow(const PageColumns& columns, std::size_t row) {
     const bool summary = sheet_.grid.IsSummary(row);
-    const double width = WidthOf(columns);
-    if (summary) Fill({0, width}, kLine, kSummaryGround);
-    Line(top_, width);  // the ground may have covered it
-    PangoLayout* layout = summary ? bold_.get() : plain_.get();
+    BeginLine(columns, summary);
     double left = 0;
     for (const std::size_t i : columns) {
-      const bool right = sheet_.grid.Columns()[i].alignment == Alignment::kRight;
-      Text(layout, sheet_.grid.Cell(i, row), {left, columns_[i].width},
-           right ? PANGO_ALIGN_RIGHT : PANGO_ALIGN_LEFT, sheet_.grid.StandsOut(i, row) ? kNegative : kInk);
+      DrawCell(i, sheet_.grid.Cell(i, row), left, summary, sheet_.grid.StandsOut(i, row));
       left += columns_[i].width;
     }
-    top_ += kLine;
-    Line(top_, width);
+    EndLine(columns);
   }
 
-  const std::filesystem::path& file_;
+  void DrawCarried(const PageColumns& columns, const std::string& caption) {
+    BeginLine(columns, true);
+    double left = 0;
+    for (const std::size_t i : columns) {
+      const std::string text = carried_->Cell(i, caption);
+      DrawCell(i, text, left, true, text.starts_with('-'));
+      left += columns_[i].width;
+    }
+    EndLine(columns);
+  }
+
+  void BeginLine(const PageColumns& columns, bool summary) const {
+    const double width = WidthOf(columns);
+    if (summary) canvas_.Fill({0, width}, top_, kLine, kSummaryGround);
+    canvas_.Rule(top_, width);  // the ground may have covered it
+  }
+
+  void DrawCell(std::size_t column, const std::string& text, double left, bool summary,
+                bool standsOut) const {
+    const bool right = sheet_.grid.Columns()[column].alignment == Alignment::kRight;
+    canvas_.Text(summary ? Font::kBold : Font::kPlain, text, {left, columns_[column].width}, top_,
+                 right ? Place::kRight : Place::kLeft, standsOut ? kNegative : kInk);
+  }
+
+  void EndLine(const PageColumns& columns) {
+    top_ += kLine;
+    canvas_.Rule(top_, WidthOf(columns));
+  }
+
   const Sheet& sheet_;
-  double width_;
-  double height_;
-  Surface surface_;
-  Context context_;
-  Layout plain_;
-  Layout bold_;
-  Layout name_;
+  Orientation orientation_;
+  Canvas canvas_;
+  Measures measures_;  // of the plain font
+  std::string printed_;
+  std::optional<CarriedTotals> carried_;
   std::vector<PaperColumn> columns_;
   std::vector<PageColumns> pages_;
-  double scale_ = 1;
-  double top_ = 0;  // where the next line goes
+  std::size_t done_ = 0;  // rows, once for each page across
+  double top_ = 0;        // where the next line goes
 };
 
 }  // namespace
 
 bool WritePdf(const std::filesystem::path& file, const Sheet& sheet, const Progress& progress,
-              const Paper& paper) {
+              const PageSetup& setup) {
   if (sheet.grid.Columns().empty()) {
     throw platform::Error(platform::ErrorNumber::kBadArgument, "exports", "there are no columns to export");
   }
   bool written = false;
   std::error_code ignored;
   try {
-    written = Document(file, sheet, paper).Write(progress);
+    written = Document(file, sheet, setup).Write(progress);
   } catch (...) {
     std::filesystem::remove(file, ignored);
     throw;

@@ -8,16 +8,18 @@
 #include <vector>
 
 #include "exports/Grid.h"
+#include "exports/ItemPages.h"
 
 // A report's content as a file: for spreadsheets and for paper.
 namespace exports {
 
-// What is exported is what is seen: the grid's columns in their order. Borrows the grid.
+// What is exported is what is seen: the grid's columns in their order. Borrows the grid and the items.
 struct Sheet {
   std::string name;                     // of the report
   std::vector<std::string> titleLines;  // over the heading
   const Grid& grid;
   std::optional<std::size_t> limit;  // the most rows; all without one
+  const ItemPages* items = nullptr;  // where each begins a page of its own; its title lines replace these
 
   std::size_t RowCount() const { return std::min(grid.RowCount(), limit.value_or(grid.RowCount())); }
 };

@@ -13,8 +13,9 @@
 namespace exports {
 namespace {
 
-constexpr std::size_t kRowsOfASheet = 1'000'000;  // a sheet ends at 1,048,576
-constexpr double kNarrowest = 6;                  // widths in characters
+constexpr lxw_row_t kLinesOfASheet = 1'000'000;  // a sheet ends at 1,048,576
+constexpr std::size_t kMostPageBreaks = 1023;    // of a sheet
+constexpr double kNarrowest = 6;                 // widths in characters
 constexpr double kWidest = 40;
 constexpr double kBold = 1.1;  // how much wider a bold text is
 constexpr std::size_t kFrozenColumns = 2;
@@ -83,16 +84,22 @@ class Workbook {
 
   bool Write(const Progress& progress) {
     const ProgressSteps steps(progress, sheet_.RowCount());
+    BeginSheet();
     std::size_t row = 0;
-    for (std::size_t number = 0; number == 0 || row < sheet_.RowCount(); ++number) {
-      BeginSheet(number);
-      const std::size_t end = std::min(sheet_.RowCount(), row + kRowsOfASheet);
-      for (; row < end; ++row) {
+    for (std::size_t item = 0; item == 0 || row < sheet_.RowCount(); ++item) {
+      const bool inItems = sheet_.items != nullptr && item < sheet_.items->Count();
+      if (inItems) WriteItemTitle(item);
+      const std::size_t end = inItems ? sheet_.items->End(item) : sheet_.RowCount();
+      for (; row < std::min(end, sheet_.RowCount()); ++row) {
         if (!steps.GoesOn(row)) return false;
+        if (line_ >= kLinesOfASheet) {
+          EndSheet();
+          BeginSheet();
+        }
         WriteRow(row);
       }
-      SetWidths();
     }
+    EndSheet();
     if (const lxw_error error = Close(); error != LXW_NO_ERROR) CannotWrite(file_, lxw_strerror(error));
     return true;
   }
@@ -123,6 +130,8 @@ class Workbook {
     format_set_align(heading_, LXW_ALIGN_CENTER);
     format_set_border(heading_, LXW_BORDER_THIN);
     format_set_bg_color(heading_, 0xEDF1F5);
+    itemTitle_ = Format(true);
+    format_set_bg_color(itemTitle_, 0xE3EAF2);
     for (std::size_t i = 0; i < sheet_.grid.Columns().size(); ++i) {
       ColumnFormats formats{.plain = Format(false), .summary = Format(true)};
       for (lxw_format* format : {formats.plain, formats.summary}) {
@@ -136,14 +145,15 @@ class Workbook {
     }
   }
 
-  void BeginSheet(std::size_t number) {
-    page_ = workbook_add_worksheet(book_, SheetName(sheet_.name, number).c_str());
+  void BeginSheet() {
+    page_ = workbook_add_worksheet(book_, SheetName(sheet_.name, sheets_++).c_str());
     if (page_ == nullptr) CannotWrite(file_, "the sheet's name is refused");
     MeasureHeading();
     line_ = 0;
     Text(0, sheet_.name, name_);
     ++line_;
-    for (const std::string& title : sheet_.titleLines) {
+    for (const std::string& title :
+         sheet_.items == nullptr ? sheet_.titleLines : std::vector<std::string>()) {
       Text(0, title, nullptr);
       ++line_;
     }
@@ -154,6 +164,27 @@ class Workbook {
     worksheet_set_landscape(page_);
     worksheet_set_paper(page_, 9);
     worksheet_fit_to_pages(page_, 1, 0);
+  }
+
+  void EndSheet() {
+    SetWidths();
+    if (pageBreaks_.empty()) return;
+    pageBreaks_.push_back(0);  // marks their end
+    worksheet_set_h_pagebreaks(page_, pageBreaks_.data());
+    pageBreaks_.clear();
+  }
+
+  // In the first cell: what stands in it runs on over the empty ones beside it.
+  void WriteItemTitle(std::size_t item) {
+    if (item > 0) {
+      ++line_;
+      if (pageBreaks_.size() < kMostPageBreaks) pageBreaks_.push_back(line_);
+    }
+    std::string text;
+    for (const std::string& line : sheet_.items->TitleLines(item))
+      text += (text.empty() ? "" : "    ") + line;
+    for (std::size_t i = 0; i < formats_.size(); ++i) Text(i, i == 0 ? text : none_, itemTitle_);
+    ++line_;
   }
 
   void MeasureHeading() {
@@ -234,6 +265,9 @@ class Workbook {
   lxw_row_t line_ = 0;
   lxw_format* name_ = nullptr;
   lxw_format* heading_ = nullptr;
+  lxw_format* itemTitle_ = nullptr;
+  std::size_t sheets_ = 0;
+  std::vector<lxw_row_t> pageBreaks_;  // of the present sheet
   std::vector<ColumnFormats> formats_;
   std::vector<Width> widths_;
   const std::string none_;

@@ -1,5 +1,5 @@
-// Files for spreadsheets and paper. Writing one is the session's work for as long as it takes, like a fetch:
-// what only reads is served meanwhile, everything else waits.
+// Files for spreadsheets and paper. A file is written beside the session, from what stood there when it was
+// asked for; the user goes on working, and its command is answered when it is whole.
 #include <algorithm>
 
 #include "browser/worker/Session.h"
@@ -20,6 +20,24 @@ std::vector<std::string> TitleLines(const OpenReport& report) {
   texts.reserve(lines.size());
   for (const Json& line : lines) texts.push_back(line["caption"].get<std::string>());
   return texts;
+}
+
+exports::PageSetup SetupOf(const Command& command) {
+  exports::PageSetup setup;
+  if (command.Has("paper")) {
+    const std::string& name = command.Text("paper");
+    const std::optional<exports::Paper> paper = exports::FindPaper(name);
+    if (!paper) {
+      throw RefusedMessage("fields",
+                           "exportReport: there is no paper " + name + ", only " + exports::PaperNames(),
+                           command.id);
+    }
+    setup.paper = *paper;
+  }
+  if (command.Has("orientation")) {
+    setup.orientation = exports::FindOrientation(command.Text("orientation")).value();
+  }
+  return setup;
 }
 
 // The present view as the page shows it.
@@ -48,33 +66,61 @@ exports::Grid GridOf(const OpenReport& report, const Command& command, const exp
 
 std::string Session::ExportReport(const Command& command) {
   const OpenReport& report = reports_.WithRows(command);
+  const exports::PageSetup setup = SetupOf(command);
   const exports::Grid grid = GridOf(report, command, DecimalsOf(*book_));
   const exports::Sheet sheet{.name = report.told["name"].get<std::string>(),
                              .titleLines = TitleLines(report),
                              .grid = grid,
                              .limit = {}};
-  export_.reset();
-  exportCancelled_ = false;
-  ExportFile file(++lastExport_);
-  const bool written = file.Write(command.Text("format"), sheet, [&](std::size_t done, std::size_t all) {
-    return ExportGoesOn(report.id, done, all);
+  StartExport(command, report.id, [&](ExportFile& file, const exports::Progress& progress) {
+    return file.Write(command.Text("format"), sheet, progress, setup);
   });
-  Json message = Message("exported", command.id);
-  message["report"] = report.id;
-  message["export"] = written ? file.Id() : 0;
-  message["size"] = written ? file.Size() : 0;
-  if (written) export_ = std::move(file);
-  return ToText(message);
+  return {};
 }
 
-bool Session::ExportGoesOn(std::int32_t report, std::size_t done, std::size_t all) {
-  Json message = Message("exportProgress");
-  message["report"] = report;
-  message["done"] = done;
-  message["all"] = all;
+void Session::StartExport(const Command& command, std::int32_t report, const ExportJob::Write& write) {
+  if (running_) {
+    throw RefusedMessage("failed", "另一个文件正在导出，请等它完成，或者先取消它。", command.id);
+  }
+  export_.reset();
+  ExportFile file(++lastExport_);
+  running_.reset(new RunningExport{.command = command.id,
+                                   .report = report,
+                                   .file = lastExport_,
+                                   .job = ExportJob(std::move(file), write, wire_.Descriptor())});
+}
+
+void Session::FollowExport() {
+  if (!running_) return;
+  const auto before = running_->job.LastProgress();
+  const ExportJob::State state = running_->job.Follow();
+  const auto& progress = running_->job.LastProgress();
+  const bool isNew = progress && (!before || before->done != progress->done || before->all != progress->all);
+  if (isNew) {
+    Json message = Message("exportProgress");
+    message["report"] = running_->report;
+    message["done"] = progress->done;
+    message["all"] = progress->all;
+    Tell(message);
+  }
+  if (state == ExportJob::State::kWriting) return;
+  if (state == ExportJob::State::kWritten) {
+    export_ = running_->job.TakeFile();
+    return TellExported(export_->Id(), export_->Size());
+  }
+  const std::optional<std::int64_t> command = running_->command;
+  running_.reset();
+  Tell(ErrorMessage("failed", "导出没有成功：服务器的临时目录写不进去，或者空间、内存不足。请联系管理员。",
+                    command));
+}
+
+void Session::TellExported(std::int32_t file, std::size_t size) {
+  Json message = Message("exported", running_->command);
+  message["report"] = running_->report;
+  message["export"] = file;
+  message["size"] = size;
+  running_.reset();
   Tell(message);
-  ServePending();
-  return !exportCancelled_;
 }
 
 std::string Session::ReadExport(const Command& command) {
@@ -97,7 +143,12 @@ std::string Session::ReadExport(const Command& command) {
 }
 
 void Session::CancelExport() {
-  exportCancelled_ = true;
+  if (running_) TellExported(0, 0);
+  DropExport();
+}
+
+void Session::DropExport() {
+  running_.reset();
   export_.reset();
 }
 

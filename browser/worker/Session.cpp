@@ -29,7 +29,8 @@ Session::Session(const WorkerOptions& options)
                .servePending = [this] { ServePending(); }}),
       host_(*book_, witness_, screen_, options.component),
       reports_(host_, screen_, book_->Schemes(), wire_) {
-  host_.SetDataComponents([this](std::string_view id) { return book_->CreateComponent(id); });
+  host_.SetDataComponents(
+      [this](std::string_view id) { return reports_.Watched(book_->CreateComponent(id)); });
 }
 
 void Session::Run() {
@@ -39,7 +40,7 @@ void Session::Run() {
 void Session::ServeUntil(const std::function<bool()>& over) {
   while (!over()) {
     if (deferred_.empty()) {
-      Handle(wire_.Receive());
+      Handle(NextFrame());
     } else {
       const Frame frame = std::move(deferred_.front());
       deferred_.pop_front();
@@ -48,7 +49,16 @@ void Session::ServeUntil(const std::function<bool()>& over) {
   }
 }
 
+Frame Session::NextFrame() {
+  while (running_ && !wire_.HasMore()) {
+    wire_.WaitBeside(running_->job.Descriptor());
+    FollowExport();
+  }
+  return wire_.Receive();
+}
+
 void Session::ServePending() {
+  FollowExport();
   while (wire_.HasMore()) {
     Frame frame = wire_.Receive();
     if (frame.kind == FrameKind::kMessage) {
@@ -109,7 +119,8 @@ void Session::Carry(const Command& command) {
     const std::optional<std::string> answer = Perform(command);
     if (idle) busy_ = false;
     windows_.TellChanges();
-    wire_.Send(FrameKind::kMessage, answer ? *answer : ToText(Message("done", command.id)));
+    const bool comesLater = answer && answer->empty();
+    if (!comesLater) wire_.Send(FrameKind::kMessage, answer ? *answer : ToText(Message("done", command.id)));
     return;
   } catch (const RefusedMessage& refused) {
     Tell(ErrorMessage(refused.Code(), refused.what(), command.id));
@@ -140,6 +151,9 @@ std::optional<std::string> Session::Perform(const Command& command) {
       Teller{"find", &Session::Find},
       Teller{"sum", &Session::Sum},
       Teller{"explain", &Session::Explain},
+      Teller{"allPages", &Session::AllPages},
+      Teller{"fetchSheet", &Session::FetchSheet},
+      Teller{"findPage", &Session::FindPage},
       Teller{"exportReport", &Session::ExportReport},
       Teller{"readExport", &Session::ReadExport},
       Teller{"queryLookup", &Session::QueryLookup},
@@ -183,7 +197,7 @@ std::optional<std::string> Session::Perform(const Command& command) {
 // The parent sends what it knows of the page; the worker completes the welcome and tells what is open.
 void Session::Attach(const std::string& text) {
   // The page that waited for a file is gone.
-  CancelExport();
+  DropExport();
   Json welcome = Json::parse(text);
   const platform::Variant company = book_->Profile("Base", "CompanyName");
   const platform::Ref<platform::Dictionary> store = platform::ProcessStore();
@@ -193,6 +207,10 @@ void Session::Attach(const std::string& text) {
   welcome["quantityDecimals"] = decimals.quantity;
   welcome["priceDecimals"] = decimals.price;
   welcome["amountDecimals"] = decimals.amount;
+  welcome["papers"] = Json::array();
+  for (const exports::Paper& paper : exports::kPapers) {
+    welcome["papers"].push_back({{"name", paper.name}, {"width", paper.width}, {"height", paper.height}});
+  }
   welcome["appType"] = store ? platform::ToInt32(store->Lookup("AppType", platform::Variant(2))) : 2;
   wire_.Send(FrameKind::kAttach, ToText(welcome));
   reports_.TellAll();

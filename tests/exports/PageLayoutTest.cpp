@@ -38,4 +38,48 @@ TEST(PageLayout, PartsColumnsIntoPagesAcross) {
   }
 }
 
+TEST(PageLayout, BreaksRowsIntoPages) {
+  struct Case {
+    const char* name;
+    exports::PageRoom room;
+    std::size_t rows;
+    std::vector<std::size_t> pages;
+  };
+  const Case kCases[] = {
+      {"no rows", {.lines = 5}, 0, {0}},
+      {"a full page", {.lines = 5}, 5, {5}},
+      {"one more", {.lines = 5}, 6, {5, 1}},
+      {"what fits carries nothing", {.lines = 5, .carries = true}, 5, {5}},
+      {"a page that goes on has a line less", {.lines = 5, .carries = true}, 6, {4, 2}},
+      {"the next one too, and one in the middle two", {.lines = 5, .carries = true}, 12, {4, 3, 3, 2}},
+      {"a last page that is just full", {.lines = 5, .carries = true}, 8, {4, 4}},
+      {"a page for a single line", {.lines = 1, .carries = true}, 2, {1, 1}},
+  };
+  for (const Case& c : kCases) {
+    std::vector<std::size_t> pages;
+    std::size_t left = c.rows;
+    do {
+      pages.push_back(exports::RowsOfPage(c.room, left, pages.empty()));
+      left -= pages.back();
+    } while (left > 0);
+    EXPECT_EQ(pages, c.pages) << c.name;
+    EXPECT_EQ(exports::PagesOfRows(c.room, c.rows), c.pages.size()) << c.name;
+  }
+}
+
+TEST(PageLayout, PutsShortTextsSideBySide) {
+  struct Case {
+    const char* name;
+    std::vector<double> widths;
+    std::vector<std::size_t> ends;
+  };
+  const Case kCases[] = {
+      {"none", {}, {}},
+      {"as many as fit", {40, 50, 20}, {2, 3}},
+      {"one that fills a line", {100, 10}, {1, 2}},
+      {"one that is too wide stands alone", {10, 300, 10}, {1, 2, 3}},
+  };
+  for (const Case& c : kCases) EXPECT_EQ(exports::FlowTexts(c.widths, 10, 100), c.ends) << c.name;
+}
+
 }  // namespace

@@ -301,6 +301,23 @@ describe("on paper and in files", () => {
     expect(bytes.startsWith("%PDF-")).toBe(true);
     expect(bytes.match(/\/Type \/Page\b/g)!.length).toBeGreaterThan(0);
   });
+  it("remembers the paper for PDF", async () => {
+    await openReport();
+    await named("toolExport").click();
+    await named("pdfPaper").selectOption("A3");
+    await named("pdfOrientation").selectOption("portrait");
+    await page().keyboard.press("Escape");
+    await page().reload();
+    await grid().waitFor();
+    await named("toolExport").click();
+    expect(await named("pdfPaper").inputValue()).toBe("A3");
+    const [download] = await Promise.all([page().waitForEvent("download"), named("toolPdf").click()]);
+    expect(readFileSync(await download.path()).toString("latin1")).toContain("/MediaBox [ 0 0 841.889764 1190.551181 ]");
+    await named("toolExport").click();
+    await named("pdfPaper").selectOption("A4");
+    await named("pdfOrientation").selectOption("auto");
+    await page().keyboard.press("Escape");
+  });
   it("the menu of formats works by keys alone", async () => {
     await openReport();
     await named("toolExport").press("ArrowDown");

@@ -4,6 +4,7 @@ import { createApp } from "vue";
 import { standardColumns } from "../src/grid/columns";
 import type { ReportRows } from "../src/grid/ReportRows";
 import { bytesOf, fileName, useExport } from "../src/reports/useExport";
+import { preferences } from "../src/session/preferences";
 import type { Session } from "../src/session/Session";
 import { apply, newState } from "../src/session/state";
 
@@ -57,9 +58,10 @@ describe("an export", () => {
       if (type === "exportReport") return { export: 3, size: 4 };
       return fields["start"] === 0 ? { data: btoa("%PD"), more: true } : { data: btoa("F"), more: false };
     };
+    Object.assign(preferences, { paper: "B5", orientation: "landscape" });
     await exporter.write("pdf", columns, true);
     expect(said).toEqual([
-      { type: "exportReport", fields: { report: 7, format: "pdf", fields: ["FItemNumber", "FQty"], emptyForZero: true } },
+      { type: "exportReport", fields: { report: 7, format: "pdf", fields: ["FItemNumber", "FQty"], emptyForZero: true, paper: "B5", orientation: "landscape" } },
       { type: "readExport", fields: { export: 3, start: 0 } },
       { type: "readExport", fields: { export: 3, start: 3 } },
     ]);

@@ -4,6 +4,7 @@ import { computed, onUnmounted, reactive } from "vue";
 import type { GridColumn } from "../grid/columns";
 import type { ReportRows } from "../grid/ReportRows";
 import type { ReportReadyMessage } from "../protocol";
+import { preferences } from "../session/preferences";
 import type { Session } from "../session/Session";
 import { t } from "../texts";
 import { csvHead, csvRows } from "./csv";
@@ -66,7 +67,9 @@ export function useExport(session: Session, rows: ReportRows, ready: Pick<Report
     session.state.exporting = null;
     run.writing = true;
     const fields = columns.map((column) => column.field);
-    const { export: file, size } = await session.line.ask("exportReport", { report: ready.report, format, fields, emptyForZero });
+    const { paper, orientation } = preferences;
+    const pages = format === "pdf" ? { paper, orientation } : {};
+    const { export: file, size } = await session.line.ask("exportReport", { report: ready.report, format, fields, emptyForZero, ...pages });
     run.writing = false;
     run.goes &&= file !== 0;
     const parts: BlobPart[] = [];

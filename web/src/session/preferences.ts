@@ -1,5 +1,6 @@
 // What the page keeps for its user, on the server, so that it is the same at every desk.
 import { reactive } from "vue";
+import type { ExportReportCommand } from "../protocol";
 import type { Session } from "./Session";
 
 export interface Preferences {
@@ -9,12 +10,14 @@ export interface Preferences {
   zeroEmpty: boolean;
   hintDone: boolean;
   listHidden: boolean;
+  paper: string; // of pages for paper
+  orientation: NonNullable<ExportReportCommand["orientation"]>;
 }
 
 const kKey = "page";
 const kMostRecent = 6;
 
-export const preferences: Preferences = reactive({ favourites: [], recent: [], theme: "", zeroEmpty: false, hintDone: true, listHidden: false });
+export const preferences: Preferences = reactive({ favourites: [], recent: [], theme: "", zeroEmpty: false, hintDone: true, listHidden: false, paper: "A4", orientation: "auto" });
 
 export async function loadPreferences(session: Session): Promise<void> {
   const { value } = await session.line.ask("getPreference", { key: kKey });
