@@ -20,7 +20,7 @@ HttpReply Refusal(unsigned status, std::string_view text) {
 }
 
 HttpReply TooMany(std::chrono::seconds wait) {
-  HttpReply reply = Refusal(429, "登录失败次数太多，请稍后再试。");
+  HttpReply reply = Refusal(429, "登录失败次数太多，请 " + std::to_string(wait.count()) + " 秒后再试。");
   reply.headers.emplace_back("Retry-After", std::to_string(wait.count()));
   return reply;
 }
@@ -117,7 +117,7 @@ void Doorkeeper::SignIn(const HttpQuestion& question, const Replier& reply) {
   const std::string byClient = "from " + question.client;
   const auto wait = std::max(attempts_.WaitFor(byName, Now()), attempts_.WaitFor(byClient, Now()));
   if (wait.count() > 0) return reply(TooMany(wait));
-  if (checking_ >= kMostChecking) return reply(TooMany(std::chrono::seconds(1)));
+  if (checking_ >= kMostChecking) return reply(Refusal(503, "现在登录的人太多，请稍后再试。"));
   ++checking_;
   auto found = std::make_shared<std::optional<SignedIn>>();
   away_([this, given, found] { *found = options_.checkLogin(given->name, given->password); },

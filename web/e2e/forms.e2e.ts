@@ -190,6 +190,29 @@ describe("the guide", () => {
   });
 });
 
+describe("the page", () => {
+  it("begins with the focus where a report is looked for", async () => {
+    await start();
+    await page().locator("[data-name=reportSearch]:focus").waitFor();
+    await page().keyboard.type("kykc");
+    await page().keyboard.press("Enter");
+    await form("frmFirter10424").waitFor();
+    expect(await page().locator(".el-dialog__title").textContent()).toBe("可用库存查询表 · 过滤");
+  });
+  it("shows the guide on a tablet over the work, without scrolling sideways", async () => {
+    await page().setViewportSize({ width: 768, height: 1024 });
+    await start();
+    await page().keyboard.press("F1");
+    await form("guide").waitFor();
+    const { right, width } = await form("guide").evaluate((one) => one.getBoundingClientRect().toJSON() as DOMRect);
+    expect([Math.round(right), Math.round(width)]).toEqual([768, 420]);
+    expect(await page().evaluate(() => document.documentElement.scrollWidth)).toBe(768);
+    expect(await seriousFindings()).toEqual([]);
+    await page().keyboard.press("Escape");
+    await page().setViewportSize({ width: 1280, height: 720 });
+  });
+});
+
 describe("a message box", () => {
   it("has the component's words, title and buttons, and the focus on its default", async () => {
     await open("10415");
