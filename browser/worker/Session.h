@@ -70,6 +70,8 @@ class Session {
 
   // Files, in ExportCommands.cpp.
   std::string ExportReport(const Command& command);
+  std::string ExportPages(const Command& command);
+  std::string WriteExport(const Command& command, const exports::Sheet& sheet);
   std::string ReadExport(const Command& command);
   void CancelExport();
   // False once the page has cancelled; lets in meanwhile what may come in.

@@ -42,7 +42,12 @@ interface Run {
   share: number; // of the work, as far as it is known here
 }
 
-export function useExport(session: Session, rows: ReportRows, ready: Pick<ReportReadyMessage, "report" | "name">) {
+// All pages of a ledger go the same way, on the paper that they are looked at on.
+export interface PagesWish {
+  setup: () => { paper: string; orientation: "portrait" | "landscape" };
+}
+
+export function useExport(session: Session, rows: ReportRows | null, ready: Pick<ReportReadyMessage, "report" | "name">, allPages: PagesWish | null = null) {
   const state = reactive<{ run: Run | null }>({ run: null });
   const percent = computed(() => {
     const { run } = state;
@@ -52,6 +57,7 @@ export function useExport(session: Session, rows: ReportRows, ready: Pick<Report
   });
 
   async function csv(run: Run, columns: GridColumn[]): Promise<BlobPart[]> {
+    if (!rows) return [];
     const count = rows.rows;
     const parts = [csvHead(columns)];
     let read = 0;
@@ -67,9 +73,9 @@ export function useExport(session: Session, rows: ReportRows, ready: Pick<Report
     session.state.exporting = null;
     run.writing = true;
     const fields = columns.map((column) => column.field);
-    const { paper, orientation } = preferences;
+    const { paper, orientation } = allPages?.setup() ?? preferences;
     const pages = format === "pdf" ? { paper, orientation } : {};
-    const { export: file, size } = await session.line.ask("exportReport", { report: ready.report, format, fields, emptyForZero, ...pages });
+    const { export: file, size } = await session.line.ask(allPages ? "exportPages" : "exportReport", { report: ready.report, format, fields, emptyForZero, ...pages });
     run.writing = false;
     run.goes &&= file !== 0;
     const parts: BlobPart[] = [];
