@@ -69,4 +69,11 @@ bool Wire::HasMore() const {
   return poll(&waiting, 1, 0) > 0;
 }
 
+void Wire::WaitBeside(int other) const {
+  std::array<pollfd, 2> waiting = {pollfd{.fd = descriptor_, .events = POLLIN, .revents = 0},
+                                   pollfd{.fd = other, .events = POLLIN, .revents = 0}};
+  while (poll(waiting.data(), waiting.size(), -1) < 0 && errno == EINTR) {
+  }
+}
+
 }  // namespace browser

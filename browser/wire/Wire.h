@@ -42,6 +42,9 @@ class Wire {
   Frame Receive() const;
   // Whether a frame has begun to come in.
   bool HasMore() const;
+  // Waits until a frame begins to come in, or until there is something to read from another descriptor.
+  void WaitBeside(int other) const;
+  int Descriptor() const { return descriptor_; }
 
  private:
   void ReadAll(char* data, std::size_t size) const;

@@ -1,5 +1,5 @@
-// Files for spreadsheets and paper. Writing one is the session's work for as long as it takes, like a fetch:
-// what only reads is served meanwhile, everything else waits.
+// Files for spreadsheets and paper. A file is written beside the session, from what stood there when it was
+// asked for; the user goes on working, and its command is answered when it is whole.
 #include <algorithm>
 #include <cstdint>
 #include <numeric>
@@ -93,29 +93,55 @@ std::string Session::ExportPages(const Command& command) {
 
 std::string Session::WriteExport(const Command& command, const exports::Sheet& sheet) {
   const exports::PageSetup setup = SetupOf(command);
-  const std::int32_t report = command.Number("report");
-  export_.reset();
-  exportCancelled_ = false;
-  ExportFile file(++lastExport_);
-  const bool written = file.Write(
-      command.Text("format"), sheet,
-      [&](std::size_t done, std::size_t all) { return ExportGoesOn(report, done, all); }, setup);
-  Json message = Message("exported", command.id);
-  message["report"] = report;
-  message["export"] = written ? file.Id() : 0;
-  message["size"] = written ? file.Size() : 0;
-  if (written) export_ = std::move(file);
-  return ToText(message);
+  StartExport(command, command.Number("report"), [&](ExportFile& file, const exports::Progress& progress) {
+    return file.Write(command.Text("format"), sheet, progress, setup);
+  });
+  return {};
 }
 
-bool Session::ExportGoesOn(std::int32_t report, std::size_t done, std::size_t all) {
-  Json message = Message("exportProgress");
-  message["report"] = report;
-  message["done"] = done;
-  message["all"] = all;
+void Session::StartExport(const Command& command, std::int32_t report, const ExportJob::Write& write) {
+  if (running_) {
+    throw RefusedMessage("failed", "另一个文件正在导出，请等它完成，或者先取消它。", command.id);
+  }
+  export_.reset();
+  ExportFile file(++lastExport_);
+  running_.reset(new RunningExport{.command = command.id,
+                                   .report = report,
+                                   .file = lastExport_,
+                                   .job = ExportJob(std::move(file), write, wire_.Descriptor())});
+}
+
+void Session::FollowExport() {
+  if (!running_) return;
+  const auto before = running_->job.LastProgress();
+  const ExportJob::State state = running_->job.Follow();
+  const auto& progress = running_->job.LastProgress();
+  const bool isNew = progress && (!before || before->done != progress->done || before->all != progress->all);
+  if (isNew) {
+    Json message = Message("exportProgress");
+    message["report"] = running_->report;
+    message["done"] = progress->done;
+    message["all"] = progress->all;
+    Tell(message);
+  }
+  if (state == ExportJob::State::kWriting) return;
+  if (state == ExportJob::State::kWritten) {
+    export_ = running_->job.TakeFile();
+    return TellExported(export_->Id(), export_->Size());
+  }
+  const std::optional<std::int64_t> command = running_->command;
+  running_.reset();
+  Tell(ErrorMessage("failed", "导出没有成功：服务器的临时目录写不进去，或者空间、内存不足。请联系管理员。",
+                    command));
+}
+
+void Session::TellExported(std::int32_t file, std::size_t size) {
+  Json message = Message("exported", running_->command);
+  message["report"] = running_->report;
+  message["export"] = file;
+  message["size"] = size;
+  running_.reset();
   Tell(message);
-  ServePending();
-  return !exportCancelled_;
 }
 
 std::string Session::ReadExport(const Command& command) {
@@ -138,7 +164,12 @@ std::string Session::ReadExport(const Command& command) {
 }
 
 void Session::CancelExport() {
-  exportCancelled_ = true;
+  if (running_) TellExported(0, 0);
+  DropExport();
+}
+
+void Session::DropExport() {
+  running_.reset();
   export_.reset();
 }
 

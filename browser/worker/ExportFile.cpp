@@ -1,7 +1,9 @@
 #include "browser/worker/ExportFile.h"
 
 #include <algorithm>
+#include <fstream>
 
+#include "exports/Csv.h"
 #include "exports/Pdf.h"
 #include "exports/Xlsx.h"
 #include "platform/value/Convert.h"
@@ -41,16 +43,28 @@ bool ExportFile::Write(std::string_view format, const exports::Sheet& sheet,
   const std::string path = "/proc/self/fd/" + std::to_string(fileno(file_.get()));
   bool written = false;
   try {
-    written = format == "pdf" ? exports::WritePdf(path, sheet, progress, setup)
-                              : exports::WriteXlsx(path, sheet, progress);
+    if (format == "csv") {
+      std::ofstream out(path, std::ios::binary | std::ios::trunc);
+      written = exports::WriteCsv(out, sheet, progress);
+      out.close();
+      if (!out) CannotWrite();
+    } else {
+      written = format == "pdf" ? exports::WritePdf(path, sheet, progress, setup)
+                                : exports::WriteXlsx(path, sheet, progress);
+    }
   } catch (const platform::Error&) {
     CannotWrite();
   }
+  if (!Measure()) CannotWrite();
+  return written;
+}
+
+bool ExportFile::Measure() {
   const bool measured = std::fseek(file_.get(), 0, SEEK_END) == 0;
   const long size = measured ? std::ftell(file_.get()) : -1;
-  if (size < 0) CannotWrite();
+  if (size < 0) return false;
   size_ = static_cast<std::size_t>(size);
-  return written;
+  return true;
 }
 
 std::string ExportFile::Read(std::size_t start) const {

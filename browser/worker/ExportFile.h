@@ -23,10 +23,13 @@ class ExportFile {
   // Raises platform::Error when no file can be made.
   explicit ExportFile(std::int32_t id);
 
-  // `format` is "xlsx" or "pdf", which `setup` is for. False when `progress` stopped it; raises
+  // `format` is "csv", "xlsx" or "pdf", which `setup` is for. False when `progress` stopped it; raises
   // platform::Error when the file cannot be written.
   bool Write(std::string_view format, const exports::Sheet& sheet, const exports::Progress& progress,
              const exports::PageSetup& setup = {});
+
+  // Takes in how much another process has written. False when that cannot be told.
+  bool Measure();
 
   std::int32_t Id() const { return id_; }
   std::size_t Size() const { return size_; }

@@ -40,7 +40,7 @@ void Session::Run() {
 void Session::ServeUntil(const std::function<bool()>& over) {
   while (!over()) {
     if (deferred_.empty()) {
-      Handle(wire_.Receive());
+      Handle(NextFrame());
     } else {
       const Frame frame = std::move(deferred_.front());
       deferred_.pop_front();
@@ -49,7 +49,16 @@ void Session::ServeUntil(const std::function<bool()>& over) {
   }
 }
 
+Frame Session::NextFrame() {
+  while (running_ && !wire_.HasMore()) {
+    wire_.WaitBeside(running_->job.Descriptor());
+    FollowExport();
+  }
+  return wire_.Receive();
+}
+
 void Session::ServePending() {
+  FollowExport();
   while (wire_.HasMore()) {
     Frame frame = wire_.Receive();
     if (frame.kind == FrameKind::kMessage) {
@@ -110,7 +119,8 @@ void Session::Carry(const Command& command) {
     const std::optional<std::string> answer = Perform(command);
     if (idle) busy_ = false;
     windows_.TellChanges();
-    wire_.Send(FrameKind::kMessage, answer ? *answer : ToText(Message("done", command.id)));
+    const bool comesLater = answer && answer->empty();
+    if (!comesLater) wire_.Send(FrameKind::kMessage, answer ? *answer : ToText(Message("done", command.id)));
     return;
   } catch (const RefusedMessage& refused) {
     Tell(ErrorMessage(refused.Code(), refused.what(), command.id));
@@ -188,7 +198,7 @@ std::optional<std::string> Session::Perform(const Command& command) {
 // The parent sends what it knows of the page; the worker completes the welcome and tells what is open.
 void Session::Attach(const std::string& text) {
   // The page that waited for a file is gone.
-  CancelExport();
+  DropExport();
   Json welcome = Json::parse(text);
   const platform::Variant company = book_->Profile("Base", "CompanyName");
   const platform::Ref<platform::Dictionary> store = platform::ProcessStore();

@@ -9,6 +9,7 @@
 #include "browser/protocol/Command.h"
 #include "browser/wire/Wire.h"
 #include "browser/worker/ExportFile.h"
+#include "browser/worker/ExportJob.h"
 #include "browser/worker/PageScreen.h"
 #include "browser/worker/Reports.h"
 #include "browser/worker/Windows.h"
@@ -21,7 +22,8 @@
 namespace browser {
 
 // One session: the component with its host, what is open in front of the user, and the loop over what the
-// page sends. Everything runs on one thread; a modal form runs the loop again inside itself.
+// page sends. Everything runs on one thread; a modal form runs the loop again inside itself. Only the writing
+// of a file goes on beside it.
 class Session {
  public:
   explicit Session(const WorkerOptions& options);
@@ -31,12 +33,15 @@ class Session {
  private:
   void ServeUntil(const std::function<bool()>& over);
   void ServePending();
+  // The next frame; meanwhile a file that is being written is followed.
+  Frame NextFrame();
   void Handle(const Frame& frame);
   void HandleText(const std::string& text);
   // An error that must leave through the form that is up comes out, after the page was told.
   void Carry(const Command& command);
   void RequireState(const Command& command) const;
-  // Carries the command out; what comes back is its answer, or nothing for a plain done.
+  // Carries the command out; what comes back is its answer, nothing for a plain done, an empty text for an
+  // answer that comes later.
   std::optional<std::string> Perform(const Command& command);
   void Attach(const std::string& text);
   void Tell(const Json& message) const { wire_.Send(FrameKind::kMessage, ToText(message)); }
@@ -72,10 +77,15 @@ class Session {
   std::string ExportReport(const Command& command);
   std::string ExportPages(const Command& command);
   std::string WriteExport(const Command& command, const exports::Sheet& sheet);
+  // Begins to write a file beside the session; `exported` answers the command once it is written. One at a
+  // time: raises RefusedMessage while another one is being written.
+  void StartExport(const Command& command, std::int32_t report, const ExportJob::Write& write);
+  // Tells what is new of the file that is being written.
+  void FollowExport();
+  void TellExported(std::int32_t file, std::size_t size);
   std::string ReadExport(const Command& command);
   void CancelExport();
-  // False once the page has cancelled; lets in meanwhile what may come in.
-  bool ExportGoesOn(std::int32_t report, std::size_t done, std::size_t all);
+  void DropExport();
 
   // Base data and preferences, in DataCommands.cpp.
   std::string ListReports(const Command& command);
@@ -95,8 +105,14 @@ class Session {
   std::deque<Frame> deferred_;  // came while no form could look at it
   bool busy_ = false;           // an idle command is under way
   std::optional<ExportFile> export_;
+  struct RunningExport {
+    std::optional<std::int64_t> command;
+    std::int32_t report = 0;
+    std::int32_t file = 0;
+    ExportJob job;
+  };
+  std::unique_ptr<RunningExport> running_;
   std::int32_t lastExport_ = 0;
-  bool exportCancelled_ = false;
 };
 
 }  // namespace browser

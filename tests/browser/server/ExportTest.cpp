@@ -1,9 +1,12 @@
 // Files of a report over the session: what the page shows is what they hold.
 #include <array>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <optional>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -66,12 +69,14 @@ class Export : public testing::Test {
     return bytes;
   }
 
-  // The only sheet of a workbook, as it stands in the archive.
-  static std::string SheetOf(const std::string& workbook) {
-    const std::string path = (folder_ / "book.xlsx").string();
-    std::ofstream(path, std::ios::binary) << workbook;
-    const std::string command = "python3 -c \"import zipfile,sys; sys.stdout.write(zipfile.ZipFile('" + path +
-                                "').read('xl/worksheets/sheet1.xml').decode())\"";
+  // What stands on the pages.
+  static std::string TextOf(const std::string& pages) {
+    const std::string path = (folder_ / "pages.pdf").string();
+    std::ofstream(path, std::ios::binary) << pages;
+    return Told("pdftotext -layout " + path + " -");
+  }
+
+  static std::string Told(const std::string& command) {
     FILE* pipe = popen(command.c_str(), "r");
     std::string text;
     std::array<char, 4096> buffer{};
@@ -80,6 +85,14 @@ class Export : public testing::Test {
     }
     EXPECT_EQ(pclose(pipe), 0);
     return text;
+  }
+
+  // The only sheet of a workbook, as it stands in the archive.
+  static std::string SheetOf(const std::string& workbook) {
+    const std::string path = (folder_ / "book.xlsx").string();
+    std::ofstream(path, std::ios::binary) << workbook;
+    return Told("python3 -c \"import zipfile,sys; sys.stdout.write(zipfile.ZipFile('" + path +
+                "').read('xl/worksheets/sheet1.xml').decode())\"");
   }
 
   static inline std::filesystem::path folder_;
@@ -138,6 +151,16 @@ TEST_F(Export, PagesAreAPdf) {
   EXPECT_NE(pages.rfind("%%EOF"), std::string::npos);
 }
 
+TEST_F(Export, ValuesAloneAreALineEach) {
+  const Served served({"--book", Book()});
+  Page page(served.Port());
+  const Json report = Open(page);
+  const std::string lines =
+      Fetch(page, page.Do("exportReport", Wish(report, "csv", {"FItemNumber", "FQty"})));
+  EXPECT_THAT(lines, testing::StartsWith("\xEF\xBB\xBF商品代码,结存数量\r\n"));
+  EXPECT_EQ(CountOf(lines, "\r\n"), report["rowCount"].get<std::size_t>() + 1);
+}
+
 TEST_F(Export, PagesAreOnThePaperThatIsAskedFor) {
   const Served served({"--book", Book()});
   Page page(served.Port());
@@ -181,6 +204,146 @@ TEST_F(Export, IsCancelledWhileItIsWritten) {
   EXPECT_EQ(exported["export"], 0);
   EXPECT_EQ(page.Do("readExport", {{"export", 1}, {"start", 0}})["code"], "failed");
   EXPECT_GT(page.Do("exportReport", Wish(report, "xlsx", {"FItemNumber"}))["size"], 0);
+}
+
+// The process that writes a file for this session, made to wait until it is told to go on.
+class HeldWriter {
+ public:
+  explicit HeldWriter(int worker) {
+    const std::string number = std::to_string(worker);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (process_ == 0 && std::chrono::steady_clock::now() < end) {
+      std::ifstream("/proc/" + number + "/task/" + number + "/children") >> process_;
+    }
+    if (process_ > 0) kill(process_, SIGSTOP);
+  }
+  bool Stands() const { return process_ > 0 && Becomes("T"); }
+  bool IsGone() const { return Becomes("Z"); }
+  void GoOn() const { kill(process_, SIGCONT); }
+
+ private:
+  // As the system names its state; a process that nobody waits for any more is as good as dead.
+  bool Becomes(const std::string& wanted) const {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (std::chrono::steady_clock::now() < end) {
+      std::ifstream stat("/proc/" + std::to_string(process_) + "/stat");
+      std::string number;
+      std::string name;
+      std::string state = "Z";
+      stat >> number >> name >> state;
+      if (state == wanted) return true;
+    }
+    return false;
+  }
+
+  int process_ = 0;
+};
+
+TEST_F(Export, TheSessionGoesOnMeanwhileAndTheFileHoldsWhatWasSeen) {
+  struct Case {
+    const char* name;
+    std::function<void(Page& page, const Json& report)> change;
+  };
+  const std::vector<Case> cases = {
+      {"sorted anew",
+       [](Page& page, const Json& report) {
+         const Json sort = {{{"field", "FItemNumber"}, {"descending", true}}};
+         EXPECT_EQ(page.Do("setView", {{"report", report["report"]}, {"sort", sort}})["type"], "view");
+       }},
+      {"fetched anew",
+       [](Page& page, const Json& report) {
+         EXPECT_EQ(page.Do("refresh", {{"report", report["report"]}})["type"], "done");
+       }},
+      {"closed",
+       [](Page& page, const Json& report) {
+         EXPECT_EQ(page.Do("closeReport", {{"report", report["report"]}})["type"], "done");
+       }},
+      {"in a dialog",
+       [](Page& page, const Json& report) {
+         page.Send("showFilter", {{"report", report["report"]}});
+         const Json form = page.Await("formOpened");
+         EXPECT_EQ(page.Do("closeForm", {{"form", form["form"]}})["type"], "done");
+       }},
+  };
+  const Served served({"--book", Book()});
+  Page page(served.Port());
+  const int worker = served.Workers().at(0);
+  const Json wanted = Open(page);
+  const std::string seen =
+      TextOf(Fetch(page, page.Do("exportReport", Wish(wanted, "pdf", {"FItemNumber", "FQty"}))));
+  for (const Case& one : cases) {
+    const Json report = Open(page);
+    const int exporting = page.Send("exportReport", Wish(report, "pdf", {"FItemNumber", "FQty"}));
+    const HeldWriter writer(worker);
+    ASSERT_TRUE(writer.Stands()) << one.name;
+    one.change(page, report);
+    EXPECT_TRUE(writer.Stands()) << one.name;
+    writer.GoOn();
+    const Json exported = page.Await("exported");
+    EXPECT_EQ(exported["re"], exporting) << one.name;
+    EXPECT_EQ(TextOf(Fetch(page, exported)), seen) << one.name;
+  }
+}
+
+TEST_F(Export, OnlyOneFileIsWrittenAtATime) {
+  const Served served({"--book", Book()});
+  Page page(served.Port());
+  const Json report = Open(page);
+  page.Send("exportReport", Wish(report, "pdf", {"FItemNumber"}));
+  const HeldWriter writer(served.Workers().at(0));
+  ASSERT_TRUE(writer.Stands());
+  const Json second = page.Do("exportReport", Wish(report, "xlsx", {"FQty"}));
+  EXPECT_EQ(second.value("code", ""), "failed");
+  EXPECT_THAT(second.value("text", ""), HasSubstr("另一个文件正在导出"));
+  writer.GoOn();
+  EXPECT_GT(page.Await("exported")["export"], 0);
+}
+
+TEST_F(Export, ACancelledFileIsNotWrittenOn) {
+  const Served served({"--book", Book()});
+  Page page(served.Port());
+  const Json report = Open(page);
+  page.Send("exportReport", Wish(report, "pdf", {"FItemNumber"}));
+  const HeldWriter writer(served.Workers().at(0));
+  ASSERT_TRUE(writer.Stands());
+  EXPECT_EQ(page.Do("cancelExport")["type"], "done");
+  ASSERT_FALSE(page.Passed().empty());
+  EXPECT_EQ(page.Passed().back()["type"], "exported");
+  EXPECT_EQ(page.Passed().back()["export"], 0);
+  EXPECT_TRUE(writer.IsGone());
+}
+
+TEST_F(Export, AWriterThatDiesIsTold) {
+  const Served served({"--book", Book()});
+  Page page(served.Port());
+  const Json report = Open(page);
+  const int exporting = page.Send("exportReport", Wish(report, "pdf", {"FItemNumber"}));
+  int writer = 0;
+  const int worker = served.Workers().at(0);
+  const std::string number = std::to_string(worker);
+  for (int i = 0; i < 100'000 && writer == 0; ++i) {
+    std::ifstream("/proc/" + number + "/task/" + number + "/children") >> writer;
+  }
+  ASSERT_GT(writer, 0);
+  kill(writer, SIGKILL);
+  const Json failed = page.Await("error");
+  EXPECT_EQ(failed["re"], exporting);
+  EXPECT_EQ(failed["code"], "failed");
+  EXPECT_GT(page.Do("exportReport", Wish(report, "xlsx", {"FQty"}))["size"], 0);
+}
+
+TEST_F(Export, AnEndedSessionEndsItsWriter) {
+  std::optional<HeldWriter> writer;
+  {
+    const Served served({"--book", Book()});
+    Page page(served.Port());
+    const Json report = Open(page);
+    page.Send("exportReport", Wish(report, "pdf", {"FItemNumber"}));
+    writer.emplace(served.Workers().at(0));
+    ASSERT_TRUE(writer->Stands());
+    kill(served.Workers().at(0), SIGKILL);
+    EXPECT_TRUE(writer->IsGone());
+  }
 }
 
 TEST_F(Export, OneFileIsHeldUntilItIsReadOrDropped) {

@@ -163,7 +163,6 @@ TEST_F(Ledger, AllPagesAreWrittenAsAFile) {
     const Json written =
         page.Do("exportPages", wish(format, {"FDate", "FTranTypeName", "FInQty", "FBalQty"}));
     ASSERT_EQ(written["type"], "exported") << written.dump();
-    EXPECT_EQ(page.Passed().front()["type"], "exportProgress");
     const Json part = page.Do("readExport", {{"export", written["export"]}, {"start", 0}});
     const std::string head = part["data"].get<std::string>().substr(0, 4);
     EXPECT_EQ(head, std::string(format) == "pdf" ? "JVBE" : "UEsD") << format;
