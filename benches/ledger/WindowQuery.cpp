@@ -1,5 +1,11 @@
 // The measure beside the ledger: the rows of all its pages as anybody would ask the database for them, in one
 // query with window functions over the same book, read to the last row.
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+
 #include <benchmark/benchmark.h>
 
 #include "benches/books/DemoBook.h"
@@ -13,95 +19,18 @@ using books::database::Connection;
 using books::database::Statement;
 using books::schema::PeriodOf;
 
-constexpr std::string_view kLedgerSql = R"sql(
-WITH asked (first, last) AS (SELECT ?, ?),
-lying AS (
-  SELECT b.item_id, b.period, x.number AS batch, SUM(b.quantity) AS quantity, SUM(b.amount) AS amount
-  FROM balance b CROSS JOIN asked LEFT JOIN batch x ON x.id = b.batch_id
-  WHERE b.period BETWEEN first - 1 AND last
-  GROUP BY b.item_id, b.period, b.batch_id
-),
-grid AS (
-  SELECT i.id AS item_id, p.period, p.first_day, p.last_day
-  FROM item i CROSS JOIN asked CROSS JOIN accounting_period p WHERE p.period BETWEEN first AND last
-),
-opening AS (
-  SELECT item_id, period + 1 AS period, SUM(quantity) AS quantity, SUM(amount) AS amount
-  FROM balance CROSS JOIN asked WHERE period BETWEEN first - 1 AND last - 1 GROUP BY item_id, period
-),
-ledger AS (
-  SELECT g.item_id, g.period, 1 AS kind, g.first_day AS date, 0 AS place, -1 AS bill_id, 0 AS line,
-         '' AS voucher, l.batch, '' AS note, '期初结存' AS name, 0 AS bill_class, 0 AS aux_id, '' AS number,
-         0 AS in_quantity, 0 AS in_amount, 0 AS out_quantity, 0 AS out_amount,
-         l.quantity AS quantity, l.amount AS amount
-  FROM grid g
-  LEFT JOIN lying l ON l.item_id = g.item_id AND l.period = g.period - 1
-    AND (l.quantity <> 0 OR l.amount <> 0)
-  UNION ALL
-  SELECT m.item_id, m.period, 2, m.date, ROW_NUMBER() OVER page, m.bill_id, m.line, b.voucher_number,
-    x.number,
-         b.explanation, c.name, m.bill_class, m.aux_id, b.number,
-         CASE WHEN m.direction > 0 THEN m.quantity ELSE 0 END,
-           CASE WHEN m.direction > 0 THEN m.amount ELSE 0 END,
-         CASE WHEN m.direction < 0 THEN m.quantity ELSE 0 END,
-           CASE WHEN m.direction < 0 THEN m.amount ELSE 0 END,
-         COALESCE(o.quantity, 0) + SUM(m.direction * m.quantity) OVER page,
-         COALESCE(o.amount, 0) + SUM(m.direction * m.amount) OVER page
-  FROM movement m CROSS JOIN asked
-  JOIN bill b ON b.id = m.bill_id
-  JOIN bill_class c ON c.id = m.bill_class
-  LEFT JOIN batch x ON x.id = m.batch_id
-  LEFT JOIN opening o ON o.item_id = m.item_id AND o.period = m.period
-  WHERE m.period BETWEEN first AND last
-  WINDOW page AS (PARTITION BY m.item_id, m.period ORDER BY m.date, m.day_order, m.bill_id,
-    m.direction, m.line
-                  ROWS UNBOUNDED PRECEDING)
-  UNION ALL
-  SELECT m.item_id, m.period, 3, MAX(m.date), 0, -2, 0, '', '', '', '本期合计', 0, 0, '',
-         SUM(CASE WHEN m.direction > 0 THEN m.quantity ELSE 0 END),
-           SUM(CASE WHEN m.direction > 0 THEN m.amount ELSE 0 END),
-         SUM(CASE WHEN m.direction < 0 THEN m.quantity ELSE 0 END),
-           SUM(CASE WHEN m.direction < 0 THEN m.amount ELSE 0 END),
-         0, 0
-  FROM movement m CROSS JOIN asked WHERE m.period BETWEEN first AND last GROUP BY m.item_id, m.period
-  UNION ALL
-  SELECT g.item_id, g.period, 4, g.last_day, 0, -3, 0, '', l.batch, '', '期末结存', 0, 0, '', 0, 0, 0, 0,
-         l.quantity, l.amount
-  FROM grid g LEFT JOIN lying l ON l.item_id = g.item_id AND l.period = g.period
-    AND (l.quantity <> 0 OR l.amount <> 0)
-  UNION ALL
-  SELECT m.item_id, MAX(m.period), 5, MAX(m.date), 0, -2, 0, '', '', '', '本年累计', 0, 0, '',
-         SUM(CASE WHEN m.direction > 0 THEN m.quantity ELSE 0 END),
-           SUM(CASE WHEN m.direction > 0 THEN m.amount ELSE 0 END),
-         SUM(CASE WHEN m.direction < 0 THEN m.quantity ELSE 0 END),
-           SUM(CASE WHEN m.direction < 0 THEN m.amount ELSE 0 END),
-         0, 0
-  FROM movement m CROSS JOIN asked WHERE m.period BETWEEN first AND last GROUP BY m.item_id, m.period / 12
-)
-SELECT d.number, l.period / 12, l.kind, l.period % 12 + 1, l.period / 12 || '.' || (l.period % 12 + 1),
-  l.bill_id,
-       l.line, l.date, l.voucher, l.batch, l.number, l.name, l.bill_class, a.name, i.quantity_decimals,
-       i.price_decimals, l.in_quantity / 1e6,
-       CASE WHEN l.in_quantity = 0 THEN 0 ELSE l.in_amount * 100.0 / l.in_quantity END, l.in_amount, 0,
-       l.out_quantity / 1e6,
-       CASE WHEN l.out_quantity = 0 THEN 0 ELSE l.out_amount * 100.0 / l.out_quantity END,
-         l.out_amount, 0,
-       l.quantity / 1e6, CASE WHEN l.quantity = 0 THEN 0 ELSE l.amount * 100.0 / l.quantity END,
-         l.amount, 0,
-       l.note, CASE WHEN l.kind = 2 THEN 0 ELSE 101 END, d.name, i.model, v.name
-FROM ledger l
-JOIN base_data d ON d.id = l.item_id
-JOIN item i ON i.id = l.item_id
-JOIN valuation_method v ON v.id = i.valuation
-LEFT JOIN base_data a ON a.id = l.aux_id
-ORDER BY d.number, l.period, l.kind, l.place, l.batch
-)sql";
+// Stands in a file of its own, so that other databases can be asked the same.
+std::string LedgerSql() {
+  std::ifstream file(std::filesystem::path(BENCH_SOURCE_DIR) / "ledger" / "window_query.sql");
+  if (!file) throw std::runtime_error("cannot read ledger/window_query.sql beside the benches");
+  return {std::istreambuf_iterator<char>(file), {}};
+}
 
 void LedgerWindowQuery(benchmark::State& state) {
   Connection book = Connection::Open(bench::DemoBookFile(books::DemoSize::kMedium), Access::kReadOnly);
   std::int64_t rows = 0;
   for (auto _ : state) {
-    Statement ledger = book.Query(kLedgerSql, PeriodOf(2024, 12), PeriodOf(2026, 11));
+    Statement ledger = book.Query(LedgerSql(), PeriodOf(2024, 12), PeriodOf(2026, 11));
     const int columns = ledger.ColumnCount();
     while (ledger.Step()) {
       for (int column = 0; column < columns; ++column) benchmark::DoNotOptimize(ledger.IsNull(column));

@@ -20,7 +20,7 @@ HttpReply Refusal(unsigned status, std::string_view text) {
 }
 
 HttpReply TooMany(std::chrono::seconds wait) {
-  HttpReply reply = Refusal(429, "登录失败次数太多，请稍后再试。");
+  HttpReply reply = Refusal(429, "登录失败次数太多，请 " + std::to_string(wait.count()) + " 秒后再试。");
   reply.headers.emplace_back("Retry-After", std::to_string(wait.count()));
   return reply;
 }
@@ -117,7 +117,7 @@ void Doorkeeper::SignIn(const HttpQuestion& question, const Replier& reply) {
   const std::string byClient = "from " + question.client;
   const auto wait = std::max(attempts_.WaitFor(byName, Now()), attempts_.WaitFor(byClient, Now()));
   if (wait.count() > 0) return reply(TooMany(wait));
-  if (checking_ >= kMostChecking) return reply(TooMany(std::chrono::seconds(1)));
+  if (checking_ >= kMostChecking) return reply(Refusal(503, "现在登录的人太多，请稍后再试。"));
   ++checking_;
   auto found = std::make_shared<std::optional<SignedIn>>();
   away_([this, given, found] { *found = options_.checkLogin(given->name, given->password); },
@@ -152,7 +152,13 @@ HttpReply Doorkeeper::SignOut(const HttpQuestion& question) {
 
 HttpReply Doorkeeper::File(const HttpQuestion& question) const {
   const PageFile* file = page_.Find(question.target);
-  if (file == nullptr) return Refusal(404, "there is nothing at this address");
+  if (file == nullptr) {
+    // Whoever sees this has typed the address.
+    return {.status = 404,
+            .type = "text/plain; charset=utf-8",
+            .text = "没有这个地址。请打开首页（/），从列表里选择报表。\n",
+            .headers = {}};
+  }
   HttpReply reply{.status = 200, .type = file->type, .text = file->text, .headers = {}};
   reply.headers.emplace_back("Cache-Control",
                              file->keeps ? "public, max-age=31536000, immutable" : "no-cache");

@@ -46,7 +46,7 @@ std::string Session::ListReports(const Command& command) {
 }
 
 std::string Session::QueryLookup(const Command& command) {
-  constexpr std::int32_t kMost = 2000;
+  constexpr std::int32_t kMost = 100'000;  // the items of a large company, to be searched by initials
   const std::int32_t limit = std::clamp(command.Has("limit") ? command.Number("limit") : 200, 1, kMost);
   const bool withGroups = command.Has("withGroups") && command.body["withGroups"].get<bool>();
   std::vector<desk::BaseDataRow> found = book_->BaseData({.dataType = command.Number("dataType"),

@@ -37,8 +37,26 @@ Outcome OutcomeOf(Object& object) {
   return {.ok = platform::ToBoolean(result->Value("OK")), .error = platform::ToText(result->Value("Error"))};
 }
 
+// "BDate,2026-11-01|EDate,2026-11-30", as a report with a range of dates tells its host, in a clerk's words;
+// "" for any other report.
+std::string DateLine(Object& object) {
+  const Ref<Dictionary> result = object.Get("Result").AsRef<Dictionary>();
+  const Ref<Dictionary> title = result ? result->Value("RptTitleObject").AsRef<Dictionary>() : nullptr;
+  const std::string range = title ? platform::ToText(title->Value("ShowDateDiff")) : std::string();
+  const std::size_t bar = range.find('|');
+  const std::size_t from = range.find(',');
+  const std::size_t to = range.find(',', bar == std::string::npos ? range.size() : bar);
+  if (from > bar || to == std::string::npos) return {};
+  const std::string first = range.substr(from + 1, bar - from - 1);
+  const std::string last = range.substr(to + 1);
+  return first == last ? "日期[" + first + "]" : "日期从[" + first + "]到[" + last + "]";
+}
+
 Json TitleLines(Object& object) {
   Json lines = Json::array();
+  if (const std::string dates = DateLine(object); !dates.empty()) {
+    lines.push_back({{"caption", dates}, {"index", 0}});
+  }
   const Ref<Vector> title = object.Get("Title").AsRef<Vector>();
   if (!title) return lines;
   for (const Variant& item : title->Items()) {
@@ -50,11 +68,43 @@ Json TitleLines(Object& object) {
   return lines;
 }
 
-Json Columns(Object& object, const Recordset& rows) {
+// The fact of a report that walks a list of items, true when it makes all their pages at once.
+constexpr const char* kPagesFact = "EnableMutilPageData";
+
+bool HasItems(Object& object) {
+  const Ref<Dictionary> facts = object.Get("Property").AsRef<Dictionary>();
+  return facts && facts->Exists(kPagesFact);
+}
+
+// The item shown, as the protocol's Ledger.
+Json Ledger(const OpenReport& report, const Dictionary& facts) {
+  const ItemPlace place = PlaceOf(report.items);
+  return {{"position", place.position},
+          {"count", place.count},
+          {"number", place.number},
+          {"name", place.name},
+          {"pages", platform::ToBoolean(facts.Value(kPagesFact))}};
+}
+
+// A user's no to the question before a long output.
+constexpr const char* kDeclined = "2";
+
+// What is wrong with the conditions of an address, in a clerk's words.
+std::optional<std::string> FillingFailure(const desk::FilterFiller& filler) {
+  if (filler.Refused()) {
+    return "地址里的过滤条件 " + filler.Refused()->first + "=" + filler.Refused()->second +
+           " 用不上。请从左侧打开报表，在过滤窗口里填写。";
+  }
+  if (filler.Failure()) return filler.Failure()->Description();
+  if (!filler.Left().empty()) return "没有这个过滤条件：" + filler.Left().front().first;
+  return std::nullopt;
+}
+
+}  // namespace
+
+Json ColumnsOf(const Vector& header, const Recordset& rows) {
   Json columns = Json::array();
-  const Ref<Vector> header = object.Get("Header").AsRef<Vector>();
-  if (!header) return columns;
-  for (const Variant& item : header->Items()) {
+  for (const Variant& item : header.Items()) {
     const Ref<Dictionary> column = item.AsRef<Dictionary>();
     if (!column) continue;
     const std::string field = platform::ToText(column->Value("FColName"));
@@ -71,19 +121,6 @@ Json Columns(Object& object, const Recordset& rows) {
   }
   return columns;
 }
-
-// What is wrong with the conditions of an address, in a clerk's words.
-std::optional<std::string> FillingFailure(const desk::FilterFiller& filler) {
-  if (filler.Refused()) {
-    return "地址里的过滤条件 " + filler.Refused()->first + "=" + filler.Refused()->second +
-           " 用不上。请从左侧打开报表，在过滤窗口里填写。";
-  }
-  if (filler.Failure()) return filler.Failure()->Description();
-  if (!filler.Left().empty()) return "没有这个过滤条件：" + filler.Left().front().first;
-  return std::nullopt;
-}
-
-}  // namespace
 
 platform::ComponentClass Reports::ClassOf(std::string_view programmaticId) const {
   const std::vector<platform::ComponentClass> classes = host_.Classes();
@@ -137,7 +174,9 @@ void Reports::Open(const Command& command) {
     if (command.Has("filter")) {
       desk::FilterSettings settings;
       for (const auto& [key, value] : command.body["filter"].items()) {
-        settings.emplace_back(key, value.get<std::string>());
+        std::string text = value.get<std::string>();
+        std::erase(text, '\'');  // as in a field, a quote never arrives
+        settings.emplace_back(key, std::move(text));
       }
       screen_.FillNext(std::move(settings));
     }
@@ -190,13 +229,29 @@ bool Reports::RunDialog(OpenReport& report) {
   return true;
 }
 
+// A new fetch makes a new item list; other operations walk the one that is there.
 void Reports::Fetch(OpenReport& report, const char* operation) {
   screen_.TakeCancelled();
-  report.object->Call(operation);
+  report.pages.reset();
+  if (HasItems(*report.object)) awaitingItems_ = &report;
+  try {
+    report.object->Call(operation);
+  } catch (...) {
+    awaitingItems_ = nullptr;
+    throw;
+  }
+  awaitingItems_ = nullptr;
   Publish(report);
 }
 
-void Reports::Publish(OpenReport& report, std::int32_t position) {
+Ref<Object> Reports::Watched(Ref<Object> data) {
+  if (!data || awaitingItems_ == nullptr) return data;
+  return WatchItems(std::move(data), [this](const Ref<Recordset>& items) {
+    if (awaitingItems_ != nullptr) awaitingItems_->items = items;
+  });
+}
+
+void Reports::Publish(OpenReport& report) {
   const Outcome outcome = OutcomeOf(*report.object);
   if (!outcome.ok) {
     const bool stopped = screen_.TakeCancelled();
@@ -209,11 +264,11 @@ void Reports::Publish(OpenReport& report, std::int32_t position) {
   const Ref<Recordset> rows = desk::ReportRows(report.object->Get("rs"));
   if (!rows) return TellFailure(report, "报表没有返回数据。", false);
   report.view.emplace(rows);
-  report.told = Describe(report, position);
+  report.told = Describe(report);
   wire_.Send(FrameKind::kMessage, ToText(report.told));
 }
 
-Json Reports::Describe(const OpenReport& report, std::int32_t position) const {
+Json Reports::Describe(const OpenReport& report) const {
   Object& object = *report.object;
   const platform::ComponentClass served = ClassOf(report.programmaticId);
   Json property = Json::object();
@@ -232,15 +287,12 @@ Json Reports::Describe(const OpenReport& report, std::int32_t position) const {
   message["name"] =
       facts && facts->Exists("Name") ? platform::ToText(facts->Value("Name")) : std::string(served.title);
   message["title"] = TitleLines(object);
-  message["columns"] = Columns(object, report.view->Rows());
+  const Ref<Vector> header = object.Get("Header").AsRef<Vector>();
+  message["columns"] = header ? ColumnsOf(*header, report.view->Rows()) : Json::array();
   message["filter"] = std::move(filter);
   message["rowCount"] = report.view->Count();
   message["detail"] = facts && facts->Exists("DetailRptID");
-  message["ledger"] = nullptr;
-  if (facts && facts->Exists("EnableMutilPageData")) {
-    message["ledger"] = {{"position", position},
-                         {"pages", platform::ToBoolean(facts->Value("EnableMutilPageData"))}};
-  }
+  message["ledger"] = facts && facts->Exists(kPagesFact) ? Ledger(report, *facts) : Json();
   message["property"] = std::move(property);
   return message;
 }
@@ -287,21 +339,59 @@ void Reports::MoveItem(const Command& command) {
   struct Move {
     std::string_view to;
     const char* operation;
+    int by;  // 0 for one that always leads to an item
   };
-  static constexpr std::array kMoves = {Move{"first", "FirstItem"}, Move{"previous", "PreviousItem"},
-                                        Move{"next", "NextItem"}, Move{"last", "LastItem"}};
-  OpenReport& report = WithRows(command);
+  static constexpr std::array kMoves = {Move{"first", "FirstItem", 0}, Move{"previous", "PreviousItem", -1},
+                                        Move{"next", "NextItem", 1}, Move{"last", "LastItem", 0}};
+  OpenReport& report = WithItems(command);
   const auto* const move = std::ranges::find(kMoves, command.Text("to"), &Move::to);
-  const Variant position = report.object->Call(move->operation);
-  Publish(report, platform::IsNumeric(position) ? platform::ToInt32(position) : 0);
+  const ItemPlace place = PlaceOf(report.items);
+  // Past an end the page stays, and so does what was told last: its outcome may be of something else.
+  const std::int32_t next = place.position + move->by;
+  if (next < 1 || next > place.count) return;
+  screen_.TakeCancelled();
+  report.object->Call(move->operation);
+  Publish(report);
 }
 
 void Reports::FindItem(const Command& command) {
-  OpenReport& report = WithRows(command);
+  OpenReport& report = WithItems(command);
+  screen_.TakeCancelled();
   report.object->Call("FindItem", command.Text("number"));
   const Outcome outcome = OutcomeOf(*report.object);
-  if (!outcome.error.empty()) throw RefusedMessage("failed", outcome.error, command.id);
+  if (!outcome.ok) throw RefusedMessage("failed", outcome.error, command.id);
   Publish(report);
+}
+
+MadePages Reports::MakePages(const Command& command) {
+  OpenReport& report = WithItems(command);
+  screen_.TakeCancelled();
+  report.pages.reset();
+  report.object->Call("GetMutilPageData");
+  if (screen_.TakeCancelled()) return {.outcome = "cancelled"};
+  const Outcome outcome = OutcomeOf(*report.object);
+  if (!outcome.ok && outcome.error == kDeclined) return {.outcome = "declined"};
+  if (!outcome.ok) throw RefusedMessage("failed", outcome.error, command.id);
+  const Ref<Recordset> rows = desk::ReportRows(report.object->Get("MutilPageRs"));
+  const Ref<Recordset> ends = report.object->Get("RowBreakRs").AsRef<Recordset>();
+  const Ref<Vector> header = report.object->Get("Header").AsRef<Vector>();
+  if (!rows || !ends || !header) throw RefusedMessage("failed", "报表没有返回数据。", command.id);
+  report.pages.emplace(rows, *ends, header);
+  return {.outcome = "ready", .pages = &*report.pages};
+}
+
+const LedgerPages& Reports::PagesOf(const Command& command) {
+  const OpenReport& report = Named(command);
+  if (!report.pages) throw RefusedMessage("failed", "全部账页已经不在了，请重新打开。", command.id);
+  return *report.pages;
+}
+
+OpenReport& Reports::WithItems(const Command& command) {
+  OpenReport& report = WithRows(command);
+  if (!HasItems(*report.object)) {
+    throw RefusedMessage("failed", "这个报表不是逐个商品查看的。", command.id);
+  }
+  return report;
 }
 
 void Reports::TellAll() const {

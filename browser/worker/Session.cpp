@@ -29,7 +29,8 @@ Session::Session(const WorkerOptions& options)
                .servePending = [this] { ServePending(); }}),
       host_(*book_, witness_, screen_, options.component),
       reports_(host_, screen_, book_->Schemes(), wire_) {
-  host_.SetDataComponents([this](std::string_view id) { return book_->CreateComponent(id); });
+  host_.SetDataComponents(
+      [this](std::string_view id) { return reports_.Watched(book_->CreateComponent(id)); });
 }
 
 void Session::Run() {
@@ -150,6 +151,9 @@ std::optional<std::string> Session::Perform(const Command& command) {
       Teller{"find", &Session::Find},
       Teller{"sum", &Session::Sum},
       Teller{"explain", &Session::Explain},
+      Teller{"allPages", &Session::AllPages},
+      Teller{"fetchSheet", &Session::FetchSheet},
+      Teller{"findPage", &Session::FindPage},
       Teller{"exportReport", &Session::ExportReport},
       Teller{"readExport", &Session::ReadExport},
       Teller{"queryLookup", &Session::QueryLookup},

@@ -68,6 +68,11 @@ class Session {
   std::string Explain(const Command& command);
   Json Rights();
 
+  // All pages of a ledger, in PageCommands.cpp.
+  std::string AllPages(const Command& command);
+  std::string FetchSheet(const Command& command);
+  std::string FindPage(const Command& command);
+
   // Files, in ExportCommands.cpp.
   std::string ExportReport(const Command& command);
   // Begins to write a file beside the session; `exported` answers the command once it is written. One at a

@@ -45,10 +45,14 @@ void BatchForm::Search() {
   if (!rows_) return;
   const std::size_t batch = rows_->FieldIndex("FBatchNo");
   const std::size_t quantity = rows_->FieldIndex("FQty");
+  // One number may be a batch of several items.
+  const std::size_t number = rows_->FieldIndex("FItemNumber");
+  const std::size_t name = rows_->FieldIndex("FItemName");
   for (std::size_t i = 0; i < rows_->ViewCount(); ++i) {
     const std::size_t row = rows_->RowAt(i);
-    const std::string text = std::string(rows_->TextAt(batch, row)) + "  " +
-                             platform::NumberToText(rows_->DoubleAt(quantity, row));
+    const std::string text =
+        std::string(rows_->TextAt(batch, row)) + "  " + std::string(rows_->TextAt(number, row)) + " " +
+        std::string(rows_->TextAt(name, row)) + "  " + platform::NumberToText(rows_->DoubleAt(quantity, row));
     // The key is the row's place in the list, which its node leads back to.
     tree_.Add("", std::to_string(i + 1), text).image = "Item";
   }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "desk/lookup/BatchForm.h"
+#include "platform/rows/Recordset.h"
 #include "platform/value/Convert.h"
 
 namespace desk {
@@ -13,6 +15,7 @@ using platform::EqualsIgnoreCase;
 using platform::TreeView;
 
 constexpr std::uint32_t kDisabledColor = 255;
+constexpr std::int32_t kAllRows = 1'000'000;
 
 struct KindOfData {
   std::int32_t dataType;
@@ -67,19 +70,34 @@ void LookupForm::OnLoad() {
   }
 }
 
+std::vector<BaseDataRow> LookupForm::Find(bool asTree, std::int32_t most) {
+  return backend_.BaseData({.dataType = query_.dataType,
+                            .search = search_.Text(),
+                            .filter = query_.filter,
+                            .withGroups = asTree,
+                            .limit = most});
+}
+
+// A tree that would be too long has its groups alone, all of them, to search below one.
 void LookupForm::Search() {
   const bool asTree = search_.Text().empty();
-  std::vector<BaseDataRow> found = backend_.BaseData({.dataType = query_.dataType,
-                                                      .search = search_.Text(),
-                                                      .filter = query_.filter,
-                                                      .withGroups = asTree,
-                                                      .limit = kMostRows + 1});
-  const bool more = found.size() > static_cast<std::size_t>(kMostRows);
-  if (more) found.resize(static_cast<std::size_t>(kMostRows));
+  const std::int32_t most = asTree ? kMostInTree : kMostRows;
+  std::vector<BaseDataRow> found = Find(asTree, most + 1);
+  const bool more = found.size() > static_cast<std::size_t>(most);
+  bool onlyGroups = false;
+  if (more && asTree) {
+    std::vector<BaseDataRow> groups = Find(asTree, kAllRows);
+    std::erase_if(groups, [](const BaseDataRow& row) { return row.detail; });
+    onlyGroups = !groups.empty();
+    if (onlyGroups) found = std::move(groups);
+  }
+  if (more && !onlyGroups) found.resize(static_cast<std::size_t>(most));
   AddRows(found, asTree);
   rows_ = std::move(found);
-  count_.SetCaption(more ? "仅显示前 " + std::to_string(kMostRows) + " 条，请输入更多内容"
-                         : "共 " + std::to_string(rows_.size()) + " 条");
+  const std::string count = std::to_string(onlyGroups ? rows_.size() : static_cast<std::size_t>(most));
+  count_.SetCaption(onlyGroups ? "共 " + count + " 个类别，请选择类别或输入内容"
+                    : more     ? "仅显示前 " + count + " 条，请输入更多内容"
+                               : "共 " + std::to_string(rows_.size()) + " 条");
   ok_.SetEnabled(false);
   ChooseTyped();
 }
@@ -134,6 +152,12 @@ void LookupForm::Confirm() {
 }
 
 std::optional<Picked> PickBaseData(Backend& backend, const LookupQuery& query) {
+  if (query.dataType == kBatchType) {
+    const platform::Ref<platform::Recordset> batch =
+        PickBatch(backend, {.filterItem = {}, .filter = query.filter, .keyWord = query.text});
+    if (!batch) return std::nullopt;
+    return Picked{.number = batch->Value("FBatchNo"), .shortNumber = "", .detail = true};
+  }
   const auto form = platform::MakeRef<LookupForm>(backend, query);
   form->Show();
   return form->Outcome();

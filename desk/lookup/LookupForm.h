@@ -20,13 +20,15 @@ class LookupForm final : public platform::Form {
   // What was chosen when the form was confirmed; nothing before and after a cancel.
   const std::optional<Picked>& Outcome() const { return outcome_; }
 
-  // The form shows at most this many rows and says when there are more.
+  // The form shows at most this many rows and says when there are more: of a search, and in the tree.
   static constexpr std::int32_t kMostRows = 200;
+  static constexpr std::int32_t kMostInTree = 1000;
 
  protected:
   void OnLoad() override;
 
  private:
+  std::vector<BaseDataRow> Find(bool asTree, std::int32_t most);
   void Search();
   void AddRows(const std::vector<BaseDataRow>& rows, bool asTree);
   void Choose(platform::TreeView::Node& node);
@@ -44,7 +46,7 @@ class LookupForm final : public platform::Form {
   std::optional<Picked> outcome_;
 };
 
-// Shows a lookup form on the current screen.
+// Shows a lookup form on the current screen: the list of batches for their type, this one for any other.
 std::optional<Picked> PickBaseData(Backend& backend, const LookupQuery& query);
 
 }  // namespace desk

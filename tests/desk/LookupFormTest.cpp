@@ -123,36 +123,67 @@ TEST(DeskLookupForm, ShowsTreeListAndDisabledRows) {
     EXPECT_EQ(form.Find("lblCount")->Caption(), "共 2 条");
   });
   desk::PickBaseData(backend, {.kind = "ItemLookUp", .dataType = 5, .text = "", .filter = {}});
-  EXPECT_EQ(backend.asked, (std::vector<std::string>{"rows '' limit 201", "rows '螺' limit 201"}));
+  EXPECT_EQ(backend.asked, (std::vector<std::string>{"rows '' limit 1001", "rows '螺' limit 201"}));
 }
 
 TEST(DeskLookupForm, SaysWhenThereAreMore) {
   FakeBackend backend;
-  for (std::int32_t id = 1; id <= desk::LookupForm::kMostRows + 1; ++id) {
+  for (std::int32_t id = 1; id <= desk::LookupForm::kMostInTree + 1; ++id) {
     backend.rows.push_back({.id = id, .number = std::to_string(id), .name = "n"});
   }
   const ActingScreen screen([](Form& form) {
+    EXPECT_EQ(form.FirstTree()->Nodes().size(), static_cast<std::size_t>(desk::LookupForm::kMostInTree));
+    EXPECT_EQ(form.Find("lblCount")->Caption(), "仅显示前 1000 条，请输入更多内容");
+    UserInput(form).Set("txtSearch", "n");
     EXPECT_EQ(form.FirstTree()->Nodes().size(), static_cast<std::size_t>(desk::LookupForm::kMostRows));
     EXPECT_EQ(form.Find("lblCount")->Caption(), "仅显示前 200 条，请输入更多内容");
   });
   desk::PickBaseData(backend, {.kind = "ItemLookUp", .dataType = 4, .text = "", .filter = {}});
 }
 
+// No class is out of reach because those before it have too many rows.
+TEST(DeskLookupForm, ShowsTheGroupsAloneOfALongTree) {
+  FakeBackend backend;
+  constexpr std::int32_t kGroups = 3;
+  for (std::int32_t id = 1; id <= kGroups; ++id) {
+    backend.rows.push_back({.id = id, .number = "0" + std::to_string(id), .name = "类", .detail = false});
+  }
+  for (std::int32_t id = kGroups + 1; id <= desk::LookupForm::kMostInTree + 1; ++id) {
+    backend.rows.push_back({.id = id, .parentId = 1, .number = "01." + std::to_string(id), .name = "n"});
+  }
+  const ActingScreen screen([](Form& form) {
+    ASSERT_EQ(form.FirstTree()->Nodes().size(), static_cast<std::size_t>(kGroups));
+    EXPECT_EQ(form.FirstTree()->Nodes()[2]->tag, "03");
+    EXPECT_EQ(form.Find("lblCount")->Caption(), "共 3 个类别，请选择类别或输入内容");
+    EXPECT_FALSE(form.Find("cmdOK")->Enabled());
+  });
+  desk::PickBaseData(backend, {.kind = "ItemLookUp", .dataType = 4, .text = "", .filter = {}});
+}
+
+platform::Ref<platform::Recordset> TwoBatches() {
+  auto batches = platform::MakeRef<platform::Recordset>();
+  batches->AppendField("FBatchNo", platform::FieldType::kText);
+  batches->AppendField("FItemNumber", platform::FieldType::kText);
+  batches->AppendField("FItemName", platform::FieldType::kText);
+  batches->AppendField("FQty", platform::FieldType::kDouble);
+  batches->Open();
+  for (const char* batch : {"B1", "B2"}) {
+    batches->AddNew();
+    batches->SetValue("FBatchNo", batch);
+    batches->SetValue("FItemNumber", "01.01");
+    batches->SetValue("FItemName", "螺丝");
+    batches->SetValue("FQty", 2.5);
+    batches->Update();
+  }
+  return batches;
+}
+
 TEST(DeskBatchForm, PositionsTheListOnTheBatchPicked) {
   FakeBackend backend;
-  backend.batches = platform::MakeRef<platform::Recordset>();
-  backend.batches->AppendField("FBatchNo", platform::FieldType::kText);
-  backend.batches->AppendField("FQty", platform::FieldType::kDouble);
-  backend.batches->Open();
-  for (const char* batch : {"B1", "B2"}) {
-    backend.batches->AddNew();
-    backend.batches->SetValue("FBatchNo", batch);
-    backend.batches->SetValue("FQty", 2.5);
-    backend.batches->Update();
-  }
+  backend.batches = TwoBatches();
   {
     const ActingScreen screen([](Form& form) {
-      EXPECT_EQ(form.FirstTree()->Find("2")->text, "B2  2.5");
+      EXPECT_EQ(form.FirstTree()->Find("2")->text, "B2  01.01 螺丝  2.5");
       EXPECT_EQ(UserInput(form).Click("cmdOK"), platform::Refusal::kDisabled);
       UserInput(form).ClickNode("tvwRows", "2");
       UserInput(form).Click("cmdOK");
@@ -162,6 +193,21 @@ TEST(DeskBatchForm, PositionsTheListOnTheBatchPicked) {
   }
   const ActingScreen screen([](Form& form) { UserInput(form).Click("cmdCancel"); });
   EXPECT_FALSE(desk::PickBatch(backend, {}));
+}
+
+// Some dialogs ask for batches as for any other base data.
+TEST(DeskBatchForm, AnswersALookupOfTheBatchType) {
+  FakeBackend backend;
+  backend.batches = TwoBatches();
+  const ActingScreen screen([](Form& form) {
+    EXPECT_EQ(form.Name(), "frmBatchList");
+    UserInput(form).ClickNode("tvwRows", "1");
+    UserInput(form).Click("cmdOK");
+  });
+  const auto picked = desk::PickBaseData(
+      backend, {.kind = "SubMesLookup", .dataType = desk::kBatchType, .text = "B", .filter = {}});
+  ASSERT_TRUE(picked.has_value());
+  EXPECT_EQ(picked->number, Variant("B1"));
 }
 
 TEST(DeskHeadlessScreen, RefusesDialogsAndRunsProgressBoxes) {

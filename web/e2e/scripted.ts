@@ -46,12 +46,10 @@ export class ScriptedSession {
   private readonly preferences = new Map<string, unknown>();
   onCommand: (command: Command) => boolean = () => false; // true: answered
 
-  private readonly columns: Column[];
-  private readonly places: Map<string, number>;
+  readonly columns: Column[];
 
-  constructor(private readonly script: Script) {
+  constructor(private readonly script: Script, private readonly pages = kDist) {
     this.columns = scriptedColumns(script.columns);
-    this.places = new Map(this.columns.map((column, at) => [column.field, at]));
   }
 
   async serve(page: Page): Promise<void> {
@@ -59,7 +57,7 @@ export class ScriptedSession {
       const path = new URL(route.request().url()).pathname;
       if (path === "/api/start") return route.fulfill({ json: { protocol: 1, login: "none", user: "", token: "t" } });
       const file = extname(path) ? path : "/index.html";
-      return route.fulfill({ body: readFileSync(join(kDist, file)), contentType: kKinds[extname(file)] ?? "application/octet-stream" });
+      return route.fulfill({ body: readFileSync(join(this.pages, file)), contentType: kKinds[extname(file)] ?? "application/octet-stream" });
     });
     await page.routeWebSocket(/\/ws$/, (line) => {
       this.line = line;
@@ -94,7 +92,7 @@ export class ScriptedSession {
       }
       case "openReport": this.ready(); break;
       case "fetchRows": {
-        const places = command.fields.map((field) => this.places.get(field)!);
+        const places = command.fields.map((field) => this.columns.findIndex((column) => column.field === field));
         const count = Math.min(command.count, this.script.rows - command.start);
         const at = Array.from({ length: count }, (_, row) => command.start + row);
         const values = at.map((row) => places.map((column) => scriptedCell(row, column)));

@@ -4,13 +4,13 @@ import { addDecimals, totalOf } from "../src/grid/sums";
 
 describe("a figure stands out", () => {
   it.each([
-    { name: "below zero", field: "FQty", type: ColumnType.quantity, value: -1, expected: true },
-    { name: "an exact amount below zero", field: "FBal", type: ColumnType.amount, value: "-0.5", expected: true },
-    { name: "days past the date", field: "Overdays", type: ColumnType.quantity, value: 3, expected: true },
-    { name: "not days left", field: "Overdays", type: ColumnType.quantity, value: -3, expected: false },
-    { name: "not zero", field: "FQty", type: ColumnType.quantity, value: 0, expected: false },
-    { name: "not a code", field: "FItemNumber", type: ColumnType.text, value: "-1", expected: false },
-    { name: "not what is missing", field: "FQty", type: ColumnType.quantity, value: null, expected: false },
+    { name: "below zero", field: "FQty", type: ColumnType.quantity, value: -1, expected: "negative" },
+    { name: "an exact amount below zero", field: "FBal", type: ColumnType.amount, value: "-0.5", expected: "negative" },
+    { name: "days past the date", field: "Overdays", type: ColumnType.quantity, value: 3, expected: "over" },
+    { name: "not days left", field: "Overdays", type: ColumnType.quantity, value: -3, expected: "" },
+    { name: "not zero", field: "FQty", type: ColumnType.quantity, value: 0, expected: "" },
+    { name: "not a code", field: "FItemNumber", type: ColumnType.text, value: "-1", expected: "" },
+    { name: "not what is missing", field: "FQty", type: ColumnType.quantity, value: null, expected: "" },
   ])("$name", ({ field, type, value, expected }) => expect(standsOut({ field, type }, value)).toBe(expected));
 });
 

@@ -21,8 +21,8 @@ const range = (index: number, row: number, labels: [string, string]) => [
 function picture(controls: Control[]): string[] {
   const { sections, ending } = layOut(controls);
   const lines = sections.flatMap((section) => [
-    ...(section.frame ? [`[${section.frame.caption}]`] : []),
-    ...section.rows.map((row) => row.cells.map((cell) => `${cell.label?.caption ?? ""}${cell.control.control}${cell.button ? "…" : ""}${cell.spin ? "±" : ""}`).join(" | ")),
+    ...(section.frame ? [`[${section.heading?.control ?? section.frame.caption}]`] : []),
+    ...section.rows.map((row) => [...row.cells, ...row.beside].map((cell) => `${cell.label?.caption ?? ""}${cell.control.control}${cell.button ? "…" : ""}${cell.spin ? `±${cell.spin.control}` : ""}`).join(" | ")),
   ]);
   return [...lines, `= ${ending.map((button) => button.control).join(" ")}`];
 }
@@ -37,7 +37,7 @@ describe("a dialog's layout", () => {
       control("lblItemClass", "label", { caption: "物料类别代码:    ", visible: false }),
     ];
     expect(picture(controls)).toEqual([
-      "商品代码:txtItem(0)… | 至:txtItem(1)…", "仓库代码:txtItem(2)… | 至:txtItem(3)…", "排序:cboSort", "OptSortD | OptSortA", "= cmdOK cmdCacel",
+      "商品代码:txtItem(0)… | 至:txtItem(1)…", "仓库代码:txtItem(2)… | 至:txtItem(3)…", "排序:cboSort | OptSortD | OptSortA", "= cmdOK cmdCacel",
     ]);
   });
   it("draws frames with their caption, and steps beside their text", () => {
@@ -45,7 +45,22 @@ describe("a dialog's layout", () => {
       control("fraPeriod", "frame", { caption: "期间" }), control("dtpB", "date", { frame: "fraPeriod", row: 1 }), control("dtpE", "date", { frame: "fraPeriod", row: 1, column: 1 }),
       control("txtLevel", "text", { row: 2 }), control("updLevel", "spin", { row: 2 }),
     ];
-    expect(picture(controls)).toEqual(["[期间]", "dtpB | dtpE", "txtLevel±", "= "]);
+    expect(picture(controls)).toEqual(["[期间]", "dtpB | dtpE", "txtLevel±updLevel", "= "]);
+  });
+  it("gives each pair of arrows its own text, wherever it stands in the form", () => {
+    const controls = [
+      control("txtMultiLevelBegin", "text", { row: 1 }), control("txtMultiLevelEnd", "text", { row: 1, column: 1 }), control("txtItem(10)", "text", { row: 2 }),
+      control("UpDownMultiLevelBegin", "spin"), control("UpDownMultiLevelEnd", "spin"),
+    ];
+    expect(picture(controls)).toEqual(["txtMultiLevelBegin±UpDownMultiLevelBegin | txtMultiLevelEnd±UpDownMultiLevelEnd", "txtItem(10)", "= "]);
+  });
+  it("lets two lists, or two texts to be contained, share a row, and a sort keep its direction", () => {
+    const controls = [
+      control("txtItem(8)", "text", { row: 1 }), control("lblContained(8)", "label", { caption: "(包含)" }), control("txtItem(9)", "text", { row: 2 }), control("lblContained(9)", "label", { caption: "(包含)" }),
+      control("cmbitem(0)", "combo", { row: 3 }), control("cmbitem(1)", "combo", { row: 4 }), control("cmbitem(2)", "combo", { row: 5 }),
+      control("cmbGroup", "combo", { row: 6 }), control("OptSortD", "option", { row: 7 }), control("OptSortA", "option", { row: 8 }), control("txtLast", "text", { row: 9 }),
+    ];
+    expect(picture(controls)).toEqual(["txtItem(8) | txtItem(9)", "cmbitem(0) | cmbitem(1)", "cmbitem(2)", "cmbGroup | OptSortD | OptSortA", "txtLast", "= "]);
   });
   it("puts both ends of a date range in one row", () => {
     expect(picture([control("DtpDate(0)", "date", { row: 1 }), control("DtpDate(1)", "date", { row: 2 }), control("DtpOther", "date", { row: 3 })])).toEqual(["DtpDate(0) | DtpDate(1)", "DtpOther", "= "]);
@@ -58,8 +73,11 @@ describe("a dialog's layout", () => {
       control("fraFormula", "frame"), control("lblFormula", "label", { caption: "可用库存", frame: "fraFormula" }),
       control("lblSign(4)", "label", { caption: "=", frame: "fraFormula" }), control("lblSign(5)", "label", { caption: "+", frame: "fraFormula" }),
     ];
-    expect(picture(controls)).toEqual(["商品名称:txtItem(2)", "txtItem(4)…", "[]", "lblFormula", "=chkitem(4)", "+chkitem(5)", "= "]);
+    expect(picture(controls)).toEqual(["商品名称:txtItem(2)", "txtItem(4)…", "[lblFormula]", "=chkitem(4)", "+chkitem(5)", "= "]);
     expect(layOut(controls).sections[0]!.rows[0]!.cells[0]!.note?.caption).toBe("(包含)");
+  });
+  it("takes a frame around nothing but words for a note", () => {
+    expect(picture([control("frazc", "frame"), control("lblzc", "label", { caption: "请注意", frame: "frazc" })])).toEqual(["[]", "lblzc", "= "]);
   });
   it("leaves hidden controls out", () => {
     expect(picture([control("txtA", "text", { visible: false }), control("chkB", "check")])).toEqual(["chkB", "= "]);

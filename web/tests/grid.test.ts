@@ -60,8 +60,8 @@ describe("blocks of rows", () => {
   it("are fetched once, with the columns around those wanted", async () => {
     const source = new CountingSource();
     const blocks = new Blocks(source);
-    blocks.want([0, 10], [3]);
-    blocks.want([0, 10], [3]);
+    blocks.want([{ first: 0, end: 11, columns: [3] }]);
+    blocks.want([{ first: 0, end: 11, columns: [3] }]);
     expect(source.asked).toEqual([`0+${kBlockRows}:0-19`]);
     expect(blocks.cell(10, 3)).toBeUndefined();
     await source.answer();
@@ -72,9 +72,9 @@ describe("blocks of rows", () => {
   it("serve the newest wish first and forget what was scrolled past", async () => {
     const source = new CountingSource();
     const blocks = new Blocks(source);
-    blocks.want([0, 300, 600, 800, 1100, 1300], [0]);
+    blocks.want([{ first: 0, end: 1301, columns: [0] }]);
     expect(source.asked).toHaveLength(4);
-    blocks.want([9000], [0]);
+    blocks.want([{ first: 9000, end: 9001, columns: [0] }]);
     await source.answer();
     expect(source.asked.slice(4)).toEqual(["9000+200:0-19"]);
   });
@@ -82,7 +82,7 @@ describe("blocks of rows", () => {
     const errors: unknown[] = [];
     const blocks = new Blocks({ rows: 10, columns: 1, read: () => Promise.reject(new Error("gone")) });
     blocks.onFailed = (error) => errors.push(error);
-    blocks.want([0], [0]);
+    blocks.want([{ first: 0, end: 1, columns: [0] }]);
     await new Promise((resolve) => setTimeout(resolve));
     expect(errors).toHaveLength(1);
   });

@@ -138,7 +138,7 @@ Ref<Recordset> ReadBusinessSummary(services::Store& store, const platform::Varia
   const database::Transaction onePicture(store.Reading(), database::Transaction::Kind::kRead);
   SummaryShape shape;
   shape.by = by;
-  shape.levels = MovementLevels(asked);
+  shape.levels = LevelsOf(asked);
   shape.onlySums = FlagOf(asked, "OnlyTotal");
   shape.hidesUnmoved = FlagOf(asked, "ShowNoHappen");
   shape.hidesEmpty = FlagOf(asked, "Balance");

@@ -39,7 +39,7 @@ SummaryShape ShapeOf(const ReportFilter& asked, MovementGoods goods) {
   shape.goods = goods;
   const bool itsOwn = goods == MovementGoods::kBatchManaged && asked.Text("cmbGroup").empty();
   shape.by = itsOwn ? SummaryBy::kBatch : static_cast<SummaryBy>(ChoiceOf(asked, "cmbGroup", kGroupings));
-  shape.levels = MovementLevels(asked);
+  shape.levels = LevelsOf(asked);
   shape.onlySums = FlagOf(asked, "chkOnlyTotal");
   shape.hidesUnmoved = FlagOf(asked, "chkNoAmt");
   shape.hidesEmpty = FlagOf(asked, "chkNoBal");

@@ -1,44 +1,85 @@
 #include "books/reports/movement/DetailFacts.h"
 
+#include <algorithm>
+
 #include "books/database/Quantity.h"
+#include "books/reports/ReportSql.h"
 
 namespace books::reports {
 namespace {
 
 using database::Statement;
 
-constexpr std::string_view kBillSql =
-    "SELECT number, explanation, COALESCE(supplier_id, customer_id, 0) FROM bill WHERE id = ?";
-
-// The base unit stands for itself where it is not among the item's units.
-constexpr std::string_view kEntrySql = R"sql(
-SELECT e.unit_id, e.unit_quantity, e.note, COALESCE(u.factor, 0)
-FROM bill_entry e
-LEFT JOIN item_unit u ON u.item_id = ? AND u.unit_id = e.unit_id
-WHERE e.bill_id = ? AND e.line = ?
+// Bills come one after the other, each with its entries by line.
+constexpr std::string_view kBillSql = R"sql(
+SELECT v.id, v.number, v.explanation, COALESCE(v.supplier_id, v.customer_id, 0),
+       e.line, e.unit_id, e.unit_quantity, e.note
+FROM bill v
+CROSS JOIN bill_entry e
+WHERE {which} AND e.bill_id = v.id
+ORDER BY v.date, v.id, e.line
 )sql";
+
+std::string BillSql(const char* which) {
+  const Slot slots[] = {{"which", std::string(which)}};
+  return Compose(kBillSql, slots).sql;
+}
 
 }  // namespace
 
 DetailFacts::DetailFacts(services::Store& store)
-    : bill_(store.Reading().Prepare(kBillSql)),
+    : store_(store),
+      bill_(store.Reading().Prepare(BillSql("v.id = ?"))),
       baseData_(store.Reading().Prepare(store.UsesShortNumbers()
                                             ? "SELECT short_number, name FROM base_data WHERE id = ?"
                                             : "SELECT number, name FROM base_data WHERE id = ?")),
       batch_(store.Reading().Prepare("SELECT number FROM batch WHERE id = ?")),
       unit_(store.Reading().Prepare("SELECT name FROM unit WHERE id = ?")),
       billClass_(store.Reading().Prepare("SELECT name FROM bill_class WHERE id = ?")),
-      entry_(store.Reading().Prepare(kEntrySql)) {}
+      factor_(store.Reading().Prepare("SELECT factor FROM item_unit WHERE item_id = ? AND unit_id = ?")) {}
+
+void DetailFacts::ReadBills(platform::Date from, platform::Date to) {
+  Statement rows = store_.Reading().Query(BillSql("v.date BETWEEN ? AND ?"), from, to);
+  KeepBills(rows);
+}
+
+void DetailFacts::KeepBills(Statement& rows) {
+  std::int64_t id = 0;
+  Bill* bill = nullptr;
+  while (rows.Step()) {
+    if (bill == nullptr || rows.Integer(0) != id) {
+      id = rows.Integer(0);
+      bill = &bills_[id];
+      *bill = {.number = rows.Text(1),
+               .explanation = rows.Text(2),
+               .partnerId = rows.Integer(3),
+               .firstEntry = entries_.size()};
+    }
+    ++bill->entryCount;
+    Entry& entry = entries_.emplace_back();
+    entry.line = rows.Int32(4);
+    entry.unitId = rows.Integer(5);
+    entry.unitQuantity = rows.Integer(6);
+    const std::string_view note = rows.TextView(7);
+    if (note.empty()) continue;
+    entry.note = static_cast<std::uint32_t>(notes_.size());
+    notes_.emplace_back(note);
+  }
+}
 
 const DetailFacts::Bill& DetailFacts::BillOf(std::int64_t id) {
-  const auto [known, isNew] = bills_.try_emplace(id);
-  if (isNew) {
-    bill_.Bind(id);
-    if (bill_.Step()) {
-      known->second = {.number = bill_.Text(0), .explanation = bill_.Text(1), .partnerId = bill_.Integer(2)};
-    }
-  }
-  return known->second;
+  if (const auto known = bills_.find(id); known != bills_.end()) return known->second;
+  bill_.Bind(id);
+  KeepBills(bill_);
+  return bills_[id];
+}
+
+DetailFacts::Entry DetailFacts::EntryOf(const Bill& bill, std::int32_t line) const {
+  const auto first = entries_.begin() + static_cast<std::ptrdiff_t>(bill.firstEntry);
+  const auto last = first + static_cast<std::ptrdiff_t>(bill.entryCount);
+  const auto entry = std::lower_bound(
+      first, last, line, [](const Entry& each, std::int32_t wanted) { return each.line < wanted; });
+  return entry == last || entry->line != line ? Entry() : *entry;
 }
 
 const DetailFacts::Named& DetailFacts::BaseDataOf(std::int64_t id) {
@@ -67,15 +108,18 @@ const std::string& DetailFacts::ClassName(std::int32_t billClass) {
   return Find(classes_, billClass_, billClass);
 }
 
-DetailFacts::Entry DetailFacts::EntryOf(std::int64_t itemId, std::int64_t billId, std::int32_t line) {
-  Entry entry{.factor = database::Quantity::kScale, .note = {}};
-  entry_.Bind(itemId, billId, line);
-  if (!entry_.Step()) return entry;
-  entry.unitId = entry_.Integer(0);
-  entry.unitQuantity = entry_.Integer(1);
-  entry.note = entry_.Text(2);
-  if (entry_.Integer(3) > 0) entry.factor = entry_.Integer(3);
-  return entry;
+std::int64_t DetailFacts::FactorOf(std::int64_t itemId, std::int64_t unitId) {
+  if (unitId == 0) return database::Quantity::kScale;
+  if (itemId != factorItemId_) {
+    factors_.clear();
+    factorItemId_ = itemId;
+  }
+  const auto [known, isNew] = factors_.try_emplace(unitId, database::Quantity::kScale);
+  if (isNew) {
+    factor_.Bind(itemId, unitId);
+    if (factor_.Step()) known->second = factor_.Integer(0);
+  }
+  return known->second;
 }
 
 }  // namespace books::reports

@@ -121,8 +121,8 @@ void DetailFields::SetSide(std::size_t column, const StockItem* item, const Sums
 
 void DetailFields::AddMove(const StockItem& item, const Move& move, const std::optional<Sums>& balance) {
   const DetailFacts::Bill& bill = facts_.BillOf(move.billId);
+  const DetailFacts::Entry entry = facts_.EntryOf(bill, move.line);
   const DetailFacts::Named& partner = facts_.BaseDataOf(bill.partnerId);
-  const DetailFacts::Entry entry = facts_.EntryOf(item.id, move.billId, move.line);
   to_->SetDate(kDate, move.date);
   to_->SetText(kBillType, facts_.ClassName(move.billClass));
   to_->SetText(kBillNo, bill.number);
@@ -137,8 +137,11 @@ void DetailFields::AddMove(const StockItem& item, const Move& move, const std::o
   const bool turned = (move.sums.quantity < 0) != (entry.unitQuantity < 0);
   const double shown = AsQuantity(turned ? -entry.unitQuantity : entry.unitQuantity);
   SetSide(move.receipt ? kIn : kOut, &item, move.sums, shown);
-  if (balance) SetSide(kStock, &item, *balance, AsQuantity(balance->quantity) / AsQuantity(entry.factor));
-  to_->SetText(kNote, entry.note);
+  if (balance) {
+    const double factor = AsQuantity(facts_.FactorOf(item.id, entry.unitId));
+    SetSide(kStock, &item, *balance, AsQuantity(balance->quantity) / factor);
+  }
+  to_->SetText(kNote, facts_.NoteOf(entry));
   to_->SetInteger(kSumSort, 0);
   to_->SetInteger(kBillId, static_cast<std::int32_t>(move.billId));
   to_->SetInteger(kBillClass, move.billClass);

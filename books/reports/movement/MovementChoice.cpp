@@ -65,12 +65,4 @@ Conditions MovementItems(const ReportFilter& filter, MovementGoods goods, bool s
   return items;
 }
 
-LevelRange MovementLevels(const ReportFilter& filter) {
-  if (!FlagOf(filter, "MultiLevel")) return {};
-  constexpr std::int32_t kDeepest = 100;
-  const std::int32_t begin = ChoiceOf(filter, "MultiLevelBegin", kDeepest);
-  const std::int32_t end = ChoiceOf(filter, "MultiLevelEnd", kDeepest);
-  return end < begin ? LevelRange() : LevelRange{.begin = begin, .end = end};
-}
-
 }  // namespace books::reports

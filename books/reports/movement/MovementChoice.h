@@ -56,7 +56,4 @@ enum class MovementGoods { kAll, kBatchManaged };
 // The filter's range of items, on b (base data) and i (item).
 Conditions MovementItems(const ReportFilter& filter, MovementGoods goods, bool shortNumbers);
 
-// The filter's levels; none also when they begin above their end.
-LevelRange MovementLevels(const ReportFilter& filter);
-
 }  // namespace books::reports

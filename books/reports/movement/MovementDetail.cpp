@@ -1,9 +1,11 @@
-// All rows are collected before any is written, since a list over several items may have any order. Texts are
-// looked up when a row is written, or compared.
+// All rows of a list are collected before any is written, since it may have any order: what they are sorted
+// by is first turned into ranks, and then the ranks are sorted. Texts are looked up when a row is written.
 #include "books/reports/movement/MovementDetail.h"
 
 #include <algorithm>
-#include <tuple>
+#include <compare>
+#include <unordered_map>
+#include <utility>
 
 #include "books/database/Connection.h"
 #include "books/reports/movement/DetailFields.h"
@@ -41,6 +43,7 @@ struct DetailShape {
   bool hidesUnmoved = false;
   bool hidesEmpty = false;
   bool hidesIdle = false;
+  bool allItems = true;  // all there are
 };
 
 struct DetailRow {
@@ -49,12 +52,49 @@ struct DetailRow {
   Sums balance;  // of the item, behind the movement
 };
 
+// Where a row comes among those that wait: by its group, in it by what the report is sorted by, and in the
+// order of reading where both are the same.
+struct RowOrder {
+  std::int64_t group = 0;
+  std::int64_t rank = 0;
+  std::size_t row = 0;
+
+  friend auto operator<=>(const RowOrder&, const RowOrder&) = default;
+};
+
 struct Totals {
   Sums receipts;
   Sums issues;
 
   void Add(const Move& move) { (move.receipt ? receipts : issues) += move.sums; }
 };
+
+using Ranks = std::unordered_map<std::int64_t, std::int64_t>;
+enum class EqualTexts { kTogether, kApart };
+
+// Ranks what `idOf` says of the rows by the order of its texts; equal texts share a rank, or follow in the
+// order of their ids.
+template <class IdOf, class TextOf>
+Ranks RanksOf(const std::vector<DetailRow>& rows, const IdOf& idOf, const TextOf& textOf, EqualTexts equal) {
+  Ranks ranks;
+  for (const DetailRow& row : rows) ranks.try_emplace(idOf(row.move));
+  std::vector<std::pair<std::string, std::int64_t>> texts;
+  texts.reserve(ranks.size());
+  for (const auto& each : ranks) texts.emplace_back(textOf(each.first), each.first);
+  std::ranges::sort(texts);
+  std::int64_t rank = 0;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    if (i > 0 && (equal == EqualTexts::kApart || texts[i].first != texts[i - 1].first)) ++rank;
+    ranks[texts[i].second] = rank;
+  }
+  return ranks;
+}
+
+// Balances are told item by item, and decide with chkNoBal. A list without them is read without.
+MovementParts PartsOf(const DetailShape& shape) {
+  return {.openings = shape.byItem || shape.hidesEmpty ? Openings::kSum : Openings::kNone,
+          .warehouses = shape.group == DetailGroup::kWarehouse};
+}
 
 DetailShape ShapeOf(const ReportFilter& asked, MovementGoods goods, bool shortNumbers) {
   constexpr std::int32_t kGroupings = 4;
@@ -66,6 +106,8 @@ DetailShape ShapeOf(const ReportFilter& asked, MovementGoods goods, bool shortNu
   shape.hidesUnmoved = FlagOf(asked, "chkNoAmt");
   shape.hidesEmpty = FlagOf(asked, "chkNoBal");
   shape.hidesIdle = FlagOf(asked, "chkNoZero");
+  const Range items = asked.NumberRange("ItemNumber");
+  shape.allItems = goods == MovementGoods::kAll && items.from.empty() && items.to.empty();
   const std::string order = asked.OrderBy(kSortFields, "");
   const bool byName = order.starts_with("name");
   shape.descending = order.find(" DESC") != std::string::npos;
@@ -91,7 +133,8 @@ class MovementDetail {
         fields_(*rows_, facts_) {}
 
   Ref<Recordset> Read() {
-    MovementReader reader(store_, choice_, {});
+    MovementReader reader(store_, choice_, PartsOf(shape_));
+    if (TellsMostBills()) facts_.ReadBills(choice_.base.from, choice_.lastDay);
     for (const StockItem& item : items_.All()) ReadItem(item, reader.Read(item.id));
     if (!shape_.byItem) WriteMoves();
     if (hasTotal_) WriteTotal();
@@ -99,16 +142,19 @@ class MovementDetail {
   }
 
  private:
+  bool TellsMostBills() const {
+    return shape_.allItems && choice_.warehouses.all && choice_.batches.all && choice_.auxiliaries.all &&
+           !choice_.byBill;
+  }
   void ReadItem(const StockItem& item, const ItemMovement& movement);
   bool IsShown(const StockItem& item, bool moved, const Sums& closing) const;
-  void Sort();
+  std::vector<RowOrder> SortedMoves();
   void WriteMoves();
   void WriteItem(const StockItem& item, const Sums& opening, const Sums& closing, const Totals& totals);
   void WriteTotal();
   std::int64_t GroupOf(const Move& move) const;
+  std::int64_t OrderIdOf(const Move& move) const;
   std::string GroupNameOf(const Move& move);
-  // What rows of one group have in common, in the order of the groups.
-  std::tuple<std::string, std::int64_t> GroupRank(const Move& move);
 
   services::Store& store_;
   DetailShape shape_;
@@ -202,56 +248,64 @@ std::string MovementDetail::GroupNameOf(const Move& move) {
   return facts_.BaseDataOf(GroupOf(move)).name;
 }
 
-std::tuple<std::string, std::int64_t> MovementDetail::GroupRank(const Move& move) {
-  const std::int64_t group = GroupOf(move);
-  if (shape_.group == DetailGroup::kDay) return {std::string(), group};
-  return {facts_.BaseDataOf(group).number, group};
-}
-
-// The rows come in the order of items and of costing, which stays among equal ones.
-void MovementDetail::Sort() {
-  const auto sortBy = [this](const auto& key, bool descending) {
-    std::ranges::stable_sort(moves_, [&](const DetailRow& left, const DetailRow& right) {
-      return descending ? key(right) < key(left) : key(left) < key(right);
-    });
-  };
+std::int64_t MovementDetail::OrderIdOf(const Move& move) const {
   switch (shape_.order) {
     case DetailOrder::kDate:
-      sortBy([](const DetailRow& row) { return row.move.date; }, shape_.descending);
-      break;
+      return move.date.Days();
     case DetailOrder::kBillNumber:
-      sortBy(
-          [this](const DetailRow& row) {
-            return platform::ToUpperAscii(facts_.BillOf(row.move.billId).number);
-          },
-          shape_.descending);
-      break;
+      return move.billId;
     case DetailOrder::kBillType:
-      sortBy([this](const DetailRow& row) { return std::string_view(facts_.ClassName(row.move.billClass)); },
-             shape_.descending);
-      break;
-    case DetailOrder::kItem:
-      break;
+      return move.billClass;
+    default:
+      return 0;  // the order of reading
   }
-  if (shape_.group != DetailGroup::kNone) {
-    sortBy([this](const DetailRow& row) { return GroupRank(row.move); }, false);
+}
+
+// Days are their own ranks, and so is what all rows have in common.
+std::vector<RowOrder> MovementDetail::SortedMoves() {
+  const auto groupOf = [this](const Move& move) { return GroupOf(move); };
+  const auto orderOf = [this](const Move& move) { return OrderIdOf(move); };
+  Ranks groups;
+  Ranks orders;
+  if (shape_.group == DetailGroup::kWarehouse || shape_.group == DetailGroup::kAuxiliary) {
+    groups = RanksOf(
+        moves_, groupOf, [this](std::int64_t id) { return facts_.BaseDataOf(id).number; },
+        EqualTexts::kApart);
   }
+  if (shape_.order == DetailOrder::kBillNumber) {
+    orders = RanksOf(
+        moves_, orderOf, [this](std::int64_t id) { return platform::ToUpperAscii(facts_.BillOf(id).number); },
+        EqualTexts::kTogether);
+  } else if (shape_.order == DetailOrder::kBillType) {
+    orders = RanksOf(
+        moves_, orderOf, [this](std::int64_t id) { return facts_.ClassName(static_cast<std::int32_t>(id)); },
+        EqualTexts::kTogether);
+  }
+  const auto rankIn = [](const Ranks& ranks, std::int64_t id) { return ranks.empty() ? id : ranks.at(id); };
+  std::vector<RowOrder> sorted(moves_.size());
+  for (std::size_t i = 0; i < sorted.size(); ++i) {
+    const std::int64_t rank = rankIn(orders, orderOf(moves_[i].move));
+    sorted[i] = {
+        .group = rankIn(groups, groupOf(moves_[i].move)), .rank = shape_.descending ? -rank : rank, .row = i};
+  }
+  std::ranges::sort(sorted);
+  return sorted;
 }
 
 // Writes what waits, with a sum behind every group.
 void MovementDetail::WriteMoves() {
-  Sort();
+  const std::vector<RowOrder> sorted = SortedMoves();
   Totals group;
-  for (std::size_t i = 0; i < moves_.size(); ++i) {
-    const DetailRow& row = moves_[i];
-    fields_.AddMove(*row.item, row.move, shape_.byItem ? std::optional(row.balance) : std::nullopt);
+  for (std::size_t i = 0; i < sorted.size(); ++i) {
+    const auto& [item, move, balance] = moves_[sorted[i].row];
+    fields_.AddMove(*item, move, shape_.byItem ? std::optional(balance) : std::nullopt);
     if (shape_.group == DetailGroup::kNone) continue;
-    group.Add(row.move);
-    if (i + 1 < moves_.size() && GroupOf(moves_[i + 1].move) == GroupOf(row.move)) continue;
-    const std::string name = GroupNameOf(row.move);
+    group.Add(move);
+    if (i + 1 < sorted.size() && sorted[i + 1].group == sorted[i].group) continue;
+    const std::string name = GroupNameOf(move);
     fields_.AddSum({.caption = name.empty() ? "小计" : name + " 小计",
                     .sumSort = kGroupSort,
-                    .item = shape_.byItem ? row.item : nullptr,
+                    .item = shape_.byItem ? item : nullptr,
                     .receipts = group.receipts,
                     .issues = group.issues,
                     .balance = {}});

@@ -17,6 +17,12 @@ FROM balance
 WHERE item_id = ? AND period = ?
 )sql";
 
+constexpr std::string_view kBalanceSumSql = R"sql(
+SELECT 0, 0, 0, SUM(quantity), SUM(aux_quantity), SUM(amount)
+FROM balance
+WHERE item_id = ? AND period = ?
+)sql";
+
 // What happened before the first day belongs to the opening figures, whoever's bill it was.
 constexpr std::string_view kMovementSql = R"sql(
 SELECT m.date, m.direction, m.bill_class, m.quantity, m.aux_quantity, m.amount,
@@ -48,6 +54,17 @@ std::string MovementSql(const MovementChoice& choice, const MovementParts& parts
   return Compose(kMovementSql, slots).sql;
 }
 
+// A choice of places needs what a report may not.
+MovementParts Needed(MovementParts parts, const MovementChoice& choice) {
+  if (choice.hidesSamePrice) parts.bills = true;
+  if (!choice.warehouses.all) parts.warehouses = true;
+  if (!choice.batches.all) parts.batches = true;
+  if (!choice.auxiliaries.all) parts.auxiliaries = true;
+  const bool allPlaces = choice.warehouses.all && choice.batches.all && choice.auxiliaries.all;
+  if (parts.openings == Openings::kSum && !allPlaces) parts.openings = Openings::kByPlace;
+  return parts;
+}
+
 Sums SumsFrom(const Statement& row, int column) {
   return {.quantity = row.Integer(column),
           .auxQuantity = row.Integer(column + 1),
@@ -75,17 +92,15 @@ bool IsReceipt(std::int32_t billClass, std::int32_t direction) {
 
 MovementReader::MovementReader(services::Store& store, const MovementChoice& choice, MovementParts parts)
     : choice_(choice),
-      parts_{.bills = parts.bills || choice.hidesSamePrice,
-             .warehouses = parts.warehouses || choice.hidesSamePrice || !choice.warehouses.all,
-             .batches = parts.batches || !choice.batches.all,
-             .auxiliaries = parts.auxiliaries || !choice.auxiliaries.all},
-      balances_(store.Reading().Prepare(kBalanceSql)),
+      parts_(Needed(parts, choice)),
+      firstDay_(parts_.openings == Openings::kNone ? choice.base.from : choice.base.balance.firstDay),
+      balances_(store.Reading().Prepare(parts_.openings == Openings::kSum ? kBalanceSumSql : kBalanceSql)),
       movements_(store.Reading().Prepare(MovementSql(choice, parts_))) {}
 
 const ItemMovement& MovementReader::Read(std::int64_t itemId) {
   item_.opening.clear();
   item_.moves.clear();
-  ReadOpening(itemId);
+  if (parts_.openings != Openings::kNone) ReadOpening(itemId);
   ReadMoves(itemId);
   if (choice_.hidesSamePrice) DropSamePrice();
   return item_;
@@ -109,7 +124,7 @@ void MovementReader::ReadMoves(std::int64_t itemId) {
   movements_.Reset();
   int parameter = 0;
   movements_.BindAt(parameter++, itemId);
-  movements_.BindAt(parameter++, choice_.base.balance.firstDay);
+  movements_.BindAt(parameter++, firstDay_);
   movements_.BindAt(parameter++, std::max(choice_.lastDay, choice_.base.from));
   if (choice_.byBill) {
     movements_.BindAt(parameter++, choice_.base.from);

@@ -74,9 +74,12 @@ struct ItemMovement {
   std::vector<Move> moves;
 };
 
-// What a report tells of a movement beside its figures. The rest reads as 0 where the choice has no need of
-// it either: what is not read costs nothing.
+enum class Openings { kNone, kSum, kByPlace };
+
+// What a report tells of a movement beside its figures, and what it has to know of the opening figures. The
+// rest reads as 0, or in one sum, where the choice has no need of it either: what is not read costs nothing.
 struct MovementParts {
+  Openings openings = Openings::kByPlace;
   bool bills = true;
   bool warehouses = true;
   bool batches = true;
@@ -101,6 +104,7 @@ class MovementReader {
 
   const MovementChoice& choice_;
   MovementParts parts_;
+  platform::Date firstDay_;  // of the movements that are read
   database::Statement balances_;
   database::Statement movements_;
   ItemMovement item_;

@@ -30,6 +30,14 @@ constexpr std::string_view kSupplierSql = R"sql(
 SELECT i.id, b.name FROM item i JOIN base_data b ON b.id = i.default_supplier_id
 )sql";
 
+constexpr std::string_view kBatchSql = R"sql(
+SELECT t.id, t.number
+FROM batch t
+JOIN item i ON i.id = t.item_id
+JOIN base_data b ON b.id = i.id
+WHERE {items}
+)sql";
+
 std::vector<const Category*> Above(const std::unordered_map<std::int64_t, Category>& groups,
                                    std::int64_t parent, LevelRange levels) {
   std::vector<const Category*> above(static_cast<std::size_t>(levels.Count()));
@@ -62,6 +70,7 @@ MovementSummary::MovementSummary(services::Store& store, const ReportFilter& ask
              shape.by == SummaryBy::kWarehouse ? LevelRange() : shape.levels) {
   choice_.byWarehouse = shape.by == SummaryBy::kWarehouse;
   if (choice_.byWarehouse) ReadWarehouses(order_.warehouses);
+  if (shape.by == SummaryBy::kBatch) ReadBatches(MovementItems(asked, shape.goods, store.UsesShortNumbers()));
   ReadSuppliers();
 }
 
@@ -113,6 +122,14 @@ void MovementSummary::ReadSuppliers() {
   while (row.Step()) suppliers_.emplace(row.Integer(0), row.Text(1));
 }
 
+void MovementSummary::ReadBatches(const Conditions& items) {
+  const Slot slots[] = {{"items", items}};
+  const reader::SqlText text = Compose(kBatchSql, slots);
+  Statement row = store_.Reading().Prepare(text.sql);
+  services::BindAll(row, text.parameters);
+  while (row.Step()) batches_.emplace(row.Integer(0), row.Text(1));
+}
+
 const std::string& MovementSummary::SupplierOf(std::int64_t itemId) const {
   static const std::string kNone;
   const auto known = suppliers_.find(itemId);
@@ -121,7 +138,8 @@ const std::string& MovementSummary::SupplierOf(std::int64_t itemId) const {
 
 void MovementSummary::Read(const std::function<void(const SummaryLine&)>& sink) {
   MovementReader reader(store_, choice_,
-                        {.bills = false,
+                        {.openings = shape_.by == SummaryBy::kItem ? Openings::kSum : Openings::kByPlace,
+                         .bills = false,
                          .warehouses = choice_.byWarehouse,
                          .batches = shape_.by == SummaryBy::kBatch,
                          .auxiliaries = false});
@@ -133,31 +151,30 @@ void MovementSummary::Read(const std::function<void(const SummaryLine&)>& sink) 
   HandOut(sink);
 }
 
-// The item's row for a place, new when it has none yet. `first` is its first row.
-SummaryLine& MovementSummary::RowOf(std::size_t first, const StockItem& item, const Place& place) {
-  const SummaryWarehouse* warehouse =
-      shape_.by == SummaryBy::kWarehouse ? &warehouses_[warehouseAt_.at(place.warehouseId)] : nullptr;
-  const std::int64_t batch = shape_.by == SummaryBy::kBatch ? place.batchId : 0;
-  for (std::size_t i = first; i < rows_.size(); ++i) {
-    if (rows_[i].warehouse == warehouse && rowBatches_[i - first] == batch) return rows_[i];
-  }
-  rowBatches_.push_back(batch);
+// The item's row for a place, new when it has none yet.
+SummaryLine& MovementSummary::RowOf(const StockItem& item, const Place& place) {
+  const std::int64_t group = shape_.by == SummaryBy::kWarehouse ? place.warehouseId
+                             : shape_.by == SummaryBy::kBatch   ? place.batchId
+                                                                : 0;
+  RowOfPlace& known = rowOf_[group];
+  if (known.item == &item) return rows_[known.row];
+  known = {.item = &item, .row = rows_.size()};
   SummaryLine& row = rows_.emplace_back();
   row.item = &item;
-  row.warehouse = warehouse;
-  row.above = warehouse != nullptr ? warehouse->above : item.above;
+  if (shape_.by == SummaryBy::kWarehouse) row.warehouse = &warehouses_[warehouseAt_.at(group)];
+  if (const auto batch = batches_.find(group); batch != batches_.end()) row.batch = batch->second;
+  row.above = row.warehouse != nullptr ? row.warehouse->above : item.above;
   row.figures.groups.resize(shape_.groupCount);
   return row;
 }
 
 void MovementSummary::AddRows(const StockItem& item, const ItemMovement& movement) {
   const std::size_t first = rows_.size();
-  rowBatches_.clear();
   for (const OpeningFigures& each : movement.opening) {
-    if (!each.sums.IsZero()) RowOf(first, item, each.place).figures.opening += each.sums;
+    if (!each.sums.IsZero()) RowOf(item, each.place).figures.opening += each.sums;
   }
   for (const Move& move : movement.moves) {
-    SummaryFigures& figures = RowOf(first, item, move.place).figures;
+    SummaryFigures& figures = RowOf(item, move.place).figures;
     figures.moved = true;
     (move.receipt ? figures.receipts : figures.issues) += move.sums;
     if (shape_.groupOf != nullptr) figures.groups[shape_.groupOf(move)] += move.sums;
@@ -172,7 +189,6 @@ bool MovementSummary::IsShown(const SummaryFigures& figures) const {
 
 // Takes out the item's rows that the filter does not want, and brings the others into order.
 void MovementSummary::Finish(std::size_t first) {
-  for (std::size_t i = first; i < rows_.size(); ++i) rows_[i].batch = BatchNumber(rowBatches_[i - first]);
   const auto begin = rows_.begin() + static_cast<std::ptrdiff_t>(first);
   rows_.erase(
       std::remove_if(begin, rows_.end(), [this](const SummaryLine& row) { return !IsShown(row.figures); }),
@@ -180,12 +196,6 @@ void MovementSummary::Finish(std::size_t first) {
   std::stable_sort(
       rows_.begin() + static_cast<std::ptrdiff_t>(first), rows_.end(),
       [](const SummaryLine& left, const SummaryLine& right) { return left.batch < right.batch; });
-}
-
-std::string MovementSummary::BatchNumber(std::int64_t id) {
-  if (id == 0) return {};
-  Statement row = store_.Reading().Query("SELECT number FROM batch WHERE id = ?", id);
-  return row.Step() ? row.Text(0) : std::string();
 }
 
 // The sum behind the rows that `last` ends, over what the first `depth` parts of its path name.

@@ -81,11 +81,11 @@ class MovementSummary {
   void ReadWarehouses(const std::string& order);
   void ReadWarehouseGroups();
   void ReadSuppliers();
+  void ReadBatches(const Conditions& items);
   void AddRows(const StockItem& item, const ItemMovement& movement);
-  SummaryLine& RowOf(std::size_t first, const StockItem& item, const Place& place);
+  SummaryLine& RowOf(const StockItem& item, const Place& place);
   void Finish(std::size_t first);
   bool IsShown(const SummaryFigures& figures) const;
-  std::string BatchNumber(std::int64_t id);
   SummaryLine SumOver(const SummaryLine& last, std::size_t depth) const;
   void HandOut(const std::function<void(const SummaryLine&)>& sink);
 
@@ -98,8 +98,14 @@ class MovementSummary {
   std::unordered_map<std::int64_t, std::size_t> warehouseAt_;
   std::unordered_map<std::int64_t, Category> warehouseGroups_;
   std::unordered_map<std::int64_t, std::string> suppliers_;
+  std::unordered_map<std::int64_t, std::string> batches_;  // their numbers
   std::vector<SummaryLine> rows_;
-  std::vector<std::int64_t> rowBatches_;  // ids, beside the rows of the item that is being read
+  // The row of a warehouse or a batch, of the item that is being read; what others left behind is void.
+  struct RowOfPlace {
+    const StockItem* item = nullptr;
+    std::size_t row = 0;
+  };
+  std::unordered_map<std::int64_t, RowOfPlace> rowOf_;
 };
 
 }  // namespace books::reports

@@ -48,9 +48,7 @@ LevelRange LevelsOf(const ReportFilter& filter) {
   constexpr std::int32_t kDeepest = 100;
   const LevelRange levels{.begin = ChoiceOf(filter, "MultiLevelBegin", kDeepest),
                           .end = ChoiceOf(filter, "MultiLevelEnd", kDeepest)};
-  if (levels.begin < 1) RefuseFilter("MultiLevelBegin", "应为 1 或以上的类别级次");
-  if (levels.end < levels.begin) RefuseFilter("MultiLevelEnd", "不能小于 MultiLevelBegin");
-  return levels;
+  return levels.end < levels.begin ? LevelRange() : levels;
 }
 
 ItemSort ItemSortOf(const ReportFilter& filter) {

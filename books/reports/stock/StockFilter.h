@@ -20,7 +20,9 @@ bool FlagOf(const ReportFilter& filter, std::string_view key, bool otherwise = f
 std::int32_t ChoiceOf(const ReportFilter& filter, std::string_view key, std::int32_t count);
 std::optional<platform::Date> DayOf(const ReportFilter& filter, std::string_view key);
 
-// MultiLevel, MultiLevelBegin, MultiLevelEnd: the category levels of a summary by levels.
+// MultiLevel, MultiLevelBegin, MultiLevelEnd: the category levels of a summary by levels. Headings have a
+// column for each of them, so a level that no goods have, 0 among them, is a field without names; levels that
+// begin above their end are none.
 struct LevelRange {
   std::int32_t begin = 1;
   std::int32_t end = 0;  // below `begin` without such a summary

@@ -12,19 +12,16 @@ using database::Statement;
 
 // The item itself is found through its base data, whose numbers are indexed.
 constexpr std::string_view kItemSql = R"sql(
-SELECT i.id, b.{number}, b.name, i.model, i.barcode, u.name, COALESCE(a.name, ''), b.disabled,
+SELECT i.id, b.{number}, b.name, i.model, i.barcode, i.unit_id, COALESCE(i.aux_unit_id, 0), b.disabled,
        COALESCE(b.parent_id, 0)
 FROM base_data b
 CROSS JOIN item i
-JOIN unit u ON u.id = i.unit_id
-LEFT JOIN unit a ON a.id = i.aux_unit_id
 WHERE b.class_id = 4 AND i.id = b.id AND {items}
 ORDER BY {order}
 )sql";
 
 constexpr std::string_view kPackageSql =
-    "SELECT p.item_id, u.name, p.factor FROM item_unit p JOIN unit u ON u.id = p.unit_id "
-    "WHERE p.package = 1 ORDER BY p.item_id, p.factor DESC, u.name";
+    "SELECT item_id, unit_id, factor FROM item_unit WHERE package = 1 AND item_id BETWEEN ? AND ?";
 
 constexpr std::string_view kCategorySql =
     "SELECT id, COALESCE(parent_id, 0), level, {number}, name FROM base_data "
@@ -35,6 +32,7 @@ constexpr std::string_view kCategorySql =
 StockItems::StockItems(services::Store& store, const Conditions& where, const ItemSort& order,
                        LevelRange levels)
     : shortNumbers_(store.UsesShortNumbers()) {
+  ReadUnits(store);
   ReadItems(store, where, order);
   ReadPackages(store);
   if (levels.Count() == 0) return;
@@ -55,21 +53,34 @@ void StockItems::ReadItems(services::Store& store, const Conditions& where, cons
     item.name = row.TextView(2);
     item.model = row.TextView(3);
     item.barcode = row.TextView(4);
-    item.unit = row.TextView(5);
-    item.auxUnit = row.TextView(6);
+    item.unit = units_[row.Integer(5)];
+    item.auxUnit = units_[row.Integer(6)];
     item.disabled = row.Boolean(7);
     parents_.push_back(row.Integer(8));
   }
 }
 
+void StockItems::ReadUnits(services::Store& store) {
+  Statement row = store.Reading().Prepare("SELECT id, name FROM unit");
+  while (row.Step()) units_.emplace(row.Integer(0), row.Text(1));
+}
+
 void StockItems::ReadPackages(services::Store& store) {
+  if (items_.empty()) return;
   std::unordered_map<std::int64_t, StockItem*> byId;
   byId.reserve(items_.size());
   for (StockItem& item : items_) byId.emplace(item.id, &item);
-  Statement row = store.Reading().Prepare(kPackageSql);
+  const auto [first, last] = std::ranges::minmax_element(items_, {}, &StockItem::id);
+  Statement row = store.Reading().Query(kPackageSql, first->id, last->id);
   while (row.Step()) {
     const auto item = byId.find(row.Integer(0));
-    if (item != byId.end()) item->second->packages.push_back({.unit = row.Text(1), .factor = row.Integer(2)});
+    if (item == byId.end()) continue;
+    item->second->packages.push_back({.unit = units_[row.Integer(1)], .factor = row.Integer(2)});
+  }
+  for (StockItem& item : items_) {
+    std::ranges::sort(item.packages, [](const Package& left, const Package& right) {
+      return left.factor != right.factor ? left.factor > right.factor : left.unit < right.unit;
+    });
   }
 }
 

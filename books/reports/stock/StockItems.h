@@ -44,12 +44,14 @@ class StockItems {
   const std::vector<StockItem>& All() const { return items_; }
 
  private:
+  void ReadUnits(services::Store& store);
   void ReadItems(services::Store& store, const Conditions& where, const ItemSort& order);
   void ReadPackages(services::Store& store);
   void ReadCategories(services::Store& store, LevelRange levels);
   void SortByCategory(bool descending);
 
   bool shortNumbers_;
+  std::unordered_map<std::int64_t, std::string> units_;  // their names
   std::vector<StockItem> items_;
   std::vector<std::int64_t> parents_;  // of the items, beside them
   std::unordered_map<std::int64_t, Category> categories_;

@@ -73,6 +73,7 @@ TEST_F(Door, ServesThePageAndNothingElse) {
         "//index.html", "/assets", "/assets/", "/assets\\app.js", "/.git/config", "/etc/passwd",
         "/index.html/x", "index.html", "", "/api", "/api/other", "/assets/app.js%00"}) {
     EXPECT_EQ(Ask(Get(target)).status, 404U) << target;
+    EXPECT_THAT(Ask(Get(target)).text, HasSubstr("没有这个地址")) << target;
   }
 }
 
@@ -136,6 +137,7 @@ TEST_F(Door, WrongLoginsAreRefusedAndThenMadeToWait) {
   const HttpReply reply = Ask(Post("/api/login", R"({"name":"lily","password":"stock-taking"})"));
   EXPECT_EQ(reply.status, 429U);
   EXPECT_EQ(Header(reply, "Retry-After"), "2");
+  EXPECT_EQ(reply.text, R"({"error":"登录失败次数太多，请 2 秒后再试。"})");
 }
 
 TEST_F(Door, LoginsThatAreNoneAreRefused) {

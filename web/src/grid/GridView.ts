@@ -1,17 +1,22 @@
 // The grid on the page: DOM cells for the window of rows and columns that can be seen, drawn into a layer that
 // stays in place while a spacer behind it gives the scroll bars their way. Nothing moves before it is redrawn,
-// so that no blank area shows while scrolling.
+// so that no blank area shows while scrolling. Once a scrolled frame the layer moves its parts and gives the
+// lines and cells that went out of sight to the rows and columns that came in; layout is read there but once.
 import type { Blocks } from "./blocks";
 import type { GridColumn } from "./columns";
-import { formatCell, isNumeric, standsOut, type Precision } from "./formats";
-import { drawHeadings, kHeadLine } from "./headingCells";
-import { contains, moveBy, rectangleOf, type Selection, type Spot } from "./selection";
-import { columnEdges, columnWindow, rowsTop, rowWindow, scrollHeight, scrollTopOf } from "./windowing";
+import type { Precision } from "./formats";
+import type { Groups } from "./groups";
+import { Headings, kHeadLine } from "./headingCells";
+import { cellId, Lines } from "./Lines";
+import { moveBy, rectangleOf, type Selection, type Spot } from "./selection";
+import { columnEdges, columnWindow, columnsThatFit, rowsTop, rowWindow, scrollHeight, scrollTopOf } from "./windowing";
 
 export const kRowHeight = 26;
+const kRest = 300;
 
 export interface GridContent {
-  columns: GridColumn[]; // shown, in order
+  columns: readonly GridColumn[]; // shown, in order
+  groups: Groups;
   frozen: number;
   rows: number;
   blocks: Blocks;
@@ -22,19 +27,19 @@ export interface GridContent {
 }
 
 export class GridView {
-  readonly headings: HTMLElement;
-  private readonly spacer = element("div", "grid-spacer");
-  private readonly layer = element("div", "grid-layer");
-  private readonly body = element("div", "grid-body", "rowgroup");
-  private readonly drawn = new Map<number, HTMLElement>();
-  private spare: HTMLElement[] = [];
+  readonly headings = element("grid-head", "rowgroup");
+  private readonly spacer = element("grid-spacer", "presentation");
+  private readonly layer = element("grid-layer", "presentation");
+  private readonly body = element("grid-body", "rowgroup");
+  private readonly head = new Headings(this.headings);
+  private readonly lines = new Lines(this.body, kRowHeight);
   private content!: GridContent;
-  private edges: number[] = [0];
+  private edges: number[] = [0]; // behind the gutter of row numbers
   private headHeight = kHeadLine;
+  private viewWidth = 0;
+  private viewHeight = 0;
   private drawAgain = 0;
-  private drawnHead = "";
-  private gutter = 0; // for the row numbers
-  private stamp = 0; // grows when every cell must be looked at again
+  private resting = 0;
   selection: Selection | null = null;
   onSelect: () => void = () => {};
 
@@ -42,49 +47,72 @@ export class GridView {
     host.setAttribute("role", "grid");
     host.setAttribute("aria-multiselectable", "true");
     host.tabIndex = 0;
-    this.headings = element("div", "grid-head", "rowgroup");
     this.layer.append(this.headings, this.body);
     this.spacer.append(this.layer);
     host.append(this.spacer);
-    host.addEventListener("scroll", () => this.redraw(), { passive: true });
+    host.addEventListener("scroll", () => this.draw(), { passive: true });
   }
 
   show(content: GridContent): void {
     this.content = content;
-    this.gutter = Math.max(44, 18 + 8 * String(content.rows).length);
-    this.edges = columnEdges(content.columns.map((column) => column.width)).map((edge) => edge + this.gutter);
+    const gutter = Math.max(44, 18 + 8 * String(content.rows).length);
+    this.edges = columnEdges(content.columns.map((column) => column.width)).map((edge) => edge + gutter);
     const twoLines = content.columns.some((column) => !column.heading.oneLine);
     this.headHeight = twoLines ? 2 * kHeadLine : kHeadLine;
-    this.host.setAttribute("aria-rowcount", String(content.rows + (twoLines ? 2 : 1)));
-    this.host.setAttribute("aria-colcount", String(content.columns.length));
+    this.host.setAttribute("aria-rowcount", String(content.rows + this.headLines));
+    this.host.setAttribute("aria-colcount", String(content.columns.length + 1));
+    this.head.show({ ...content, edges: this.edges, height: this.headHeight });
     this.measure();
   }
 
   // After the host's size has changed too.
   measure(): void {
     if (!this.content) return;
-    const { clientWidth, clientHeight } = this.host;
+    this.viewWidth = this.host.clientWidth;
+    this.viewHeight = this.host.clientHeight;
     this.spacer.style.width = `${this.edges[this.edges.length - 1]!}px`;
     this.spacer.style.height = `${scrollHeight(this.content.rows, kRowHeight) + this.headHeight}px`;
-    this.layer.style.width = `${clientWidth}px`;
-    this.layer.style.height = `${clientHeight}px`;
+    this.layer.style.width = `${this.viewWidth}px`;
+    this.layer.style.height = `${this.viewHeight}px`;
     this.headings.style.height = `${this.headHeight}px`;
+    const { rows, frozen } = this.content;
+    this.lines.shape({
+      lines: Math.min(rows, Math.ceil(this.bodyHeight / kRowHeight) + 1),
+      cells: columnsThatFit(this.edges, frozen, this.viewWidth),
+      firstNumber: this.headLines + 1,
+      edges: this.edges,
+    });
     this.refresh();
   }
 
-  // Everything anew: values have come, or something else about the cells has changed.
+  // Everything anew: something about the cells has changed.
   refresh(): void {
-    this.stamp += 1;
-    this.drawnHead = "";
-    this.redraw();
+    this.lines.forget();
+    this.draw();
+  }
+
+  // Values have come.
+  scheduleDraw(): void {
+    if (this.drawAgain) return;
+    this.drawAgain = requestAnimationFrame(() => {
+      this.drawAgain = 0;
+      this.draw();
+    });
+  }
+
+  // A screen reader walks the cells in their order on the page; scrolling does without.
+  private orderAtRest(): void {
+    clearTimeout(this.resting);
+    this.resting = window.setTimeout(() => this.lines.putInOrder(), kRest);
   }
 
   get pageRows(): number {
     return Math.max(1, Math.floor(this.bodyHeight / kRowHeight) - 1);
   }
 
-  get frozenWidth(): number {
-    return this.edges[this.content.frozen]!;
+  // The rows that can be seen, the last one not included.
+  get seenRows(): { first: number; end: number } {
+    return rowWindow(this.top(), this.content.rows, kRowHeight, this.bodyHeight);
   }
 
   // Left edge of a column in the view.
@@ -96,7 +124,8 @@ export class GridView {
     this.selection = selection;
     if (selection && reveal) this.reveal(selection.head);
     this.refresh();
-    this.host.setAttribute("aria-activedescendant", selection ? cellId(selection.head) : "");
+    if (selection) this.host.setAttribute("aria-activedescendant", cellId(selection.head));
+    else this.host.removeAttribute("aria-activedescendant");
     this.onSelect();
   }
 
@@ -118,8 +147,8 @@ export class GridView {
     if (y < top) this.scrollToTop(y);
     else if (y + kRowHeight > top + this.bodyHeight) this.scrollToTop(y + kRowHeight - this.bodyHeight);
     if (column < frozen || rows === 0) return;
-    const left = this.edges[column]! - this.frozenWidth;
-    const right = this.edges[column + 1]! - this.host.clientWidth;
+    const left = this.edges[column]! - this.edges[frozen]!;
+    const right = this.edges[column + 1]! - this.viewWidth;
     if (left < this.host.scrollLeft) this.host.scrollLeft = left;
     else if (right > this.host.scrollLeft) this.host.scrollLeft = right;
   }
@@ -127,141 +156,71 @@ export class GridView {
   // The cell under an event, null outside the cells; the gutter answers column -1.
   spotAt(target: EventTarget | null): Spot | null {
     const cell = (target as HTMLElement | null)?.closest<HTMLElement>(".grid-cell, .grid-number");
-    const row = cell?.parentElement?.dataset["row"];
+    const row = cell?.closest<HTMLElement>(".grid-row")?.dataset["row"];
     if (!cell || row === undefined || !this.body.contains(cell)) return null;
     return { row: Number(row), column: Number(cell.dataset["at"] ?? -1) };
   }
 
-  private get bodyHeight(): number {
-    return Math.max(0, this.host.clientHeight - this.headHeight);
+  // The cell at a point of the window, or the nearest one to it. `over` tells how far the point lies outside the
+  // part that scrolls.
+  spotNear(x: number, y: number): { spot: Spot; over: { x: number; y: number } } | null {
+    const { rows, columns, frozen } = this.content;
+    if (rows === 0 || columns.length === 0) return null;
+    const { left, top } = this.host.getBoundingClientRect();
+    const [across, down] = [x - left, y - top - this.headHeight];
+    const into = (value: number, most: number) => Math.max(0, Math.min(most - 1, value));
+    const row = into(Math.floor((into(down, this.bodyHeight) + this.top()) / kRowHeight), rows);
+    const inside = into(across, this.viewWidth);
+    const place = inside < this.edges[frozen]! ? inside : inside + this.host.scrollLeft;
+    const at = this.edges.findIndex((edge) => edge > place);
+    const column = at < 0 ? columns.length - 1 : Math.max(0, at - 1);
+    return { spot: { row, column }, over: { x: across - inside, y: down - into(down, this.bodyHeight) } };
   }
 
+  private get bodyHeight(): number {
+    return Math.max(0, this.viewHeight - this.headHeight);
+  }
+
+  private get headLines(): number {
+    return this.headHeight / kHeadLine;
+  }
+
+  // In whole pixels, so that texts stay sharp.
   private top(): number {
-    return rowsTop(this.host.scrollTop, this.content.rows, kRowHeight, this.bodyHeight);
+    return Math.round(rowsTop(this.host.scrollTop, this.content.rows, kRowHeight, this.bodyHeight));
   }
 
   private scrollToTop(top: number): void {
     this.host.scrollTop = Math.ceil(scrollTopOf(top, this.content.rows, kRowHeight, this.bodyHeight));
   }
 
-  private redraw(): void {
+  private draw(): void {
     if (!this.content) return;
-    const { rows, columns, frozen, blocks } = this.content;
-    const scrollLeft = this.host.scrollLeft;
-    const seen = rowWindow(this.top(), rows, kRowHeight, this.bodyHeight);
-    const bodyEdges = this.edges;
-    const { first, end } = columnWindow(bodyEdges, frozen, scrollLeft, this.host.clientWidth);
-    const head = `${this.stamp}:${scrollLeft}:${first}:${end}`;
-    const moved = head !== this.drawnHead;
-    if (moved) {
-      drawHeadings(this.headings, { ...this.content, edges: this.edges, first, end, scrollLeft, height: this.headHeight });
-    }
-    this.drawnHead = head;
-    for (const [row, line] of this.drawn) {
-      if (row >= seen.first && row < seen.end) continue;
-      this.drawn.delete(row);
-      line.style.display = "none";
-      this.spare.push(line);
-    }
-    for (let row = seen.first; row < seen.end; ++row) {
-      const y = this.headHeight + seen.offset + (row - seen.first) * kRowHeight;
-      let line = this.drawn.get(row);
-      const isNew = !line;
-      line ??= this.takeLine(row);
-      line.style.transform = `translateY(${y}px)`;
-      if (isNew || moved) this.fill(line, row, first, end, scrollLeft);
-    }
-    const wanted = [...columns.slice(0, frozen), ...columns.slice(first, end)].map((column) => column.index);
-    blocks.want(this.wantedRows(seen.first, seen.end), wanted);
-  }
-
-  // What is seen first, then a page ahead and behind.
-  private *wantedRows(first: number, end: number): Generator<number> {
-    const page = end - first;
-    for (let row = first; row < end; row += 10) yield row;
-    if (end > first) yield end - 1;
-    if (end + page < this.content.rows) yield end + page;
-    if (first - page >= 0) yield first - page;
-  }
-
-  private takeLine(row: number): HTMLElement {
-    const line = this.spare.pop() ?? element("div", "grid-row", "row");
-    if (!line.parentElement) this.body.append(line);
-    line.style.display = "";
-    line.dataset["row"] = String(row);
-    line.setAttribute("aria-rowindex", String(row + (this.headHeight > kHeadLine ? 3 : 2)));
-    this.drawn.set(row, line);
-    return line;
-  }
-
-  private fill(line: HTMLElement, row: number, first: number, end: number, scrollLeft: number): void {
-    const { frozen, blocks } = this.content;
-    const shown = this.selection ? rectangleOf(this.selection, this.content.columns.length) : null;
-    const summary = blocks.isSummary(row);
-    line.className = summary ? "grid-row summary" : row % 2 === 1 ? "grid-row odd" : "grid-row";
-    let at = 0;
-    const next = (): HTMLElement => {
-      const cell = (line.children[at] as HTMLElement | undefined) ?? line.appendChild(element("div", ""));
-      at += 1;
-      return cell;
-    };
-    const number = next();
-    number.className = "grid-number";
-    number.setAttribute("role", "rowheader");
-    number.style.cssText = `left:0;width:${this.gutter}px`;
-    number.textContent = String(row + 1);
-    delete number.dataset["at"];
-    delete number.dataset["field"];
-    const put = (column: number, x: number) => this.fillCell(next(), row, column, x, shown !== null && contains(shown, row, column));
-    for (let column = 0; column < frozen; ++column) put(column, this.edges[column]!);
-    for (let column = first; column < end; ++column) put(column, this.edges[column]! - scrollLeft);
-    while (line.children.length > at) line.lastElementChild!.remove();
-  }
-
-  private fillCell(cell: HTMLElement, row: number, at: number, x: number, selected: boolean): void {
-    const { columns, frozen, blocks, precision, emptyForZero, found } = this.content;
-    const column = columns[at]!;
-    const value = blocks.cell(row, column.index);
-    const loaded = value !== undefined || blocks.isLoaded(row, column.index);
-    const text = formatCell(value, column.type, precision, emptyForZero);
-    const head = this.selection?.head;
-    let names = "grid-cell";
-    if (isNumeric(column.type)) names += standsOut(column, value) ? " number negative" : " number";
-    if (at < frozen) names += at === frozen - 1 ? " frozen last-frozen" : " frozen";
-    if (!loaded) names += " waiting";
-    if (selected) names += " selected";
-    if (found?.row === row && found.field === column.field) names += " found";
-    const current = head?.row === row && head.column === at;
-    if (current) names += " current";
-    if (cell.className !== names) cell.className = names;
-    if (cell.textContent !== text) cell.textContent = text;
-    cell.id = current ? cellId({ row, column: at }) : "";
-    cell.setAttribute("role", "gridcell");
-    cell.setAttribute("aria-selected", String(selected));
-    cell.setAttribute("aria-colindex", String(at + 1));
-    cell.dataset["at"] = String(at);
-    cell.dataset["field"] = column.field;
-    cell.dataset["row"] = String(row);
-    cell.style.left = `${x}px`;
-    cell.style.width = `${column.width}px`;
-  }
-
-  scheduleRefresh(): void {
-    if (this.drawAgain) return;
-    this.drawAgain = requestAnimationFrame(() => {
-      this.drawAgain = 0;
-      this.refresh();
-    });
+    const { content, selection } = this;
+    const { rows, columns, frozen, blocks } = content;
+    const left = Math.round(this.host.scrollLeft);
+    const top = this.top();
+    const seen = rowWindow(top, rows, kRowHeight, this.bodyHeight);
+    const { first, end } = columnWindow(this.edges, frozen, left, this.viewWidth);
+    this.head.draw(first, end, left, this.viewWidth);
+    const selected = selection && rectangleOf(selection, columns.length);
+    this.lines.draw({ ...content, selected, head: selection?.head ?? null }, { top: this.headHeight - top, left, firstRow: seen.first, firstColumn: first });
+    this.orderAtRest();
+    const asked = (from: number, to: number) => columns.slice(from, to).map((column) => column.index);
+    const wanted = [...asked(0, frozen), ...asked(first, end)];
+    const page = seen.end - seen.first;
+    blocks.want([
+      { first: seen.first, end: seen.end, columns: wanted },
+      { first: seen.end, end: seen.end + page, columns: wanted },
+      { first: seen.first - page, end: seen.first, columns: wanted },
+      { first: seen.first, end: seen.end, columns: asked(end, 2 * end - first) },
+    ]);
   }
 }
 
-function cellId({ row, column }: Spot): string {
-  return `cell-${row}-${column}`;
-}
-
-function element(tag: string, className: string, role = ""): HTMLElement {
-  const made = document.createElement(tag);
+function element(className: string, role: string): HTMLElement {
+  const made = document.createElement("div");
   made.className = className;
-  if (role) made.setAttribute("role", role);
+  made.setAttribute("role", role);
   return made;
 }

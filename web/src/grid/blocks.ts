@@ -16,16 +16,29 @@ export interface RowSource {
   read(first: number, count: number, columns: number[]): Promise<RowBlock>;
 }
 
+// Rows and columns that are or will soon be seen, the last row not included.
+export interface Area {
+  first: number;
+  end: number;
+  columns: readonly number[];
+}
+
+interface Wish {
+  block: number; // of rows
+  chunk: number; // of columns
+}
+
 export const kBlockRows = 200;
 const kBlockColumns = 20;
+const kMostChunks = 1000;
 const kMostBlocks = 1200;
 const kMostAtOnce = 4;
 
 export class Blocks {
-  private readonly held = new Map<string, RowBlock>();
+  private readonly held = new Map<number, RowBlock>();
   private readonly summaries = new Set<number>();
-  private readonly asked = new Set<string>();
-  private wishes: { block: number; chunk: number }[] = [];
+  private readonly asked = new Set<number>();
+  private wishes: Wish[] = [];
   private ended = false;
   onLoaded: () => void = () => {};
   onFailed: (error: unknown) => void = () => {};
@@ -42,23 +55,25 @@ export class Blocks {
     return this.held.has(keyOf(Math.floor(row / kBlockRows), Math.floor(column / kBlockColumns)));
   }
 
-  // Wishes for the rows and columns given; what is held already is only marked as used.
-  want(rows: Iterable<number>, columns: readonly number[]): void {
+  // Wishes for the areas given, the more urgent first; what is held already is only marked as used.
+  want(areas: readonly Area[]): void {
     if (this.ended || this.source.rows === 0) return;
-    const chunks = new Set(columns.map((column) => Math.floor(column / kBlockColumns)));
-    const blocks = new Set<number>();
-    for (const row of rows) blocks.add(Math.floor(row / kBlockRows));
+    const wishes = new Map<number, Wish>();
+    for (const { first, end, columns } of areas) {
+      const chunks = new Set(columns.map((column) => Math.floor(column / kBlockColumns)));
+      const last = Math.floor((Math.min(end, this.source.rows) - 1) / kBlockRows);
+      for (let block = Math.floor(Math.max(0, first) / kBlockRows); block <= last; ++block) {
+        for (const chunk of chunks) wishes.set(keyOf(block, chunk), { block, chunk });
+      }
+    }
     this.wishes = [];
-    for (const block of blocks) {
-      for (const chunk of chunks) {
-        const key = keyOf(block, chunk);
-        const cells = this.held.get(key);
-        if (cells) {
-          this.held.delete(key);
-          this.held.set(key, cells);
-        } else if (!this.asked.has(key)) {
-          this.wishes.push({ block, chunk });
-        }
+    for (const [key, wish] of wishes) {
+      const cells = this.held.get(key);
+      if (cells) {
+        this.held.delete(key);
+        this.held.set(key, cells);
+      } else if (!this.asked.has(key)) {
+        this.wishes.push(wish);
       }
     }
     this.serve();
@@ -102,6 +117,6 @@ export class Blocks {
   }
 }
 
-function keyOf(block: number, chunk: number): string {
-  return `${block}:${chunk}`;
+function keyOf(block: number, chunk: number): number {
+  return block * kMostChunks + chunk;
 }

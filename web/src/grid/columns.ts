@@ -17,6 +17,7 @@ export interface GridColumn {
   field: string;
   type: number;
   heading: Heading;
+  group: string; // the field of its group's first column, empty outside a group
   width: number;
   hidden: boolean;
 }
@@ -26,6 +27,7 @@ export interface ColumnMemory {
   order: string[];
   widths: Record<string, number>;
   hidden: Record<string, boolean>;
+  folded?: string[]; // groups; not there in what older pages have kept
 }
 
 export const kLeastWidth = 36;
@@ -39,11 +41,13 @@ function standardWidth(column: ColumnDescription, heading: Heading): number {
 
 export function standardColumns(descriptions: readonly ColumnDescription[]): GridColumn[] {
   const headings = readHeadings(descriptions);
+  const firstOf = (group: number) => descriptions[headings.findIndex((heading) => heading.group === group)]!.field;
   return descriptions.flatMap((column, index) => {
     const heading = headings[index]!;
     if (column.forceHide) return [];
     const width = standardWidth(column, heading);
-    return [{ index, field: column.field, type: column.type, heading, width, hidden: !column.visible }];
+    const group = heading.group < 0 ? "" : firstOf(heading.group);
+    return [{ index, field: column.field, type: column.type, heading, group, width, hidden: !column.visible }];
   });
 }
 
@@ -66,11 +70,15 @@ export function applyMemory(columns: readonly GridColumn[], memory: ColumnMemory
   return ranked.sort((a, b) => a.rank - b.rank || a.at - b.at).map((entry) => entry.column);
 }
 
-export function memoryOf(columns: readonly GridColumn[]): ColumnMemory {
+// What was kept `before` of columns that this heading has not got stays: another filter brings other warehouses.
+export function memoryOf(columns: readonly GridColumn[], folded: Iterable<string> = [], before: ColumnMemory | null = null): ColumnMemory {
+  const fields = columns.map((column) => column.field);
+  const here = new Set(fields);
   return {
-    order: columns.map((column) => column.field),
-    widths: Object.fromEntries(columns.map((column) => [column.field, column.width])),
-    hidden: Object.fromEntries(columns.map((column) => [column.field, column.hidden])),
+    order: [...fields, ...(before?.order.filter((field) => !here.has(field)) ?? [])],
+    widths: { ...before?.widths, ...Object.fromEntries(columns.map((column) => [column.field, column.width])) },
+    hidden: { ...before?.hidden, ...Object.fromEntries(columns.map((column) => [column.field, column.hidden])) },
+    folded: [...folded],
   };
 }
 

@@ -34,17 +34,19 @@ function placesOf(type: number, precision: Precision): number {
 
 const kDecimal = /^-?\d+(\.\d+)?$/;
 
-// A value as a number, null when it is none. Exact amounts arrive as text.
 // Days past a due date warn when there are some; those still left to it are below zero and do not.
 const kWarnAbove: ReadonlySet<string> = new Set(["Overdays"]);
 
-// Whether a figure stands out: below zero it does, but for the fields that warn above.
-export function standsOut(column: { field: string; type: number }, value: Cell | undefined): boolean {
-  if (!isNumeric(column.type)) return false;
+// How a figure stands out: below zero it does, by its minus and by colour, but for the fields that warn above,
+// which get a plus to tell it without the colour too.
+export function standsOut(column: { field: string; type: number }, value: Cell | undefined): "" | "negative" | "over" {
+  if (!isNumeric(column.type)) return "";
   const number = numberOf(value) ?? 0;
-  return kWarnAbove.has(column.field) ? number > 0 : number < 0;
+  if (kWarnAbove.has(column.field)) return number > 0 ? "over" : "";
+  return number < 0 ? "negative" : "";
 }
 
+// A value as a number, null when it is none. Exact amounts arrive as text.
 export function numberOf(value: Cell | undefined): number | null {
   if (typeof value === "number") return value;
   return typeof value === "string" && kDecimal.test(value) ? Number(value) : null;

@@ -9,6 +9,7 @@ export interface HeadingActions {
   resized: () => void;
   fit: (column: GridColumn) => void;
   move: (column: GridColumn, before: GridColumn | null) => void;
+  fold: (group: string) => void;
 }
 
 export function selectByPointer(view: GridView, open: (row: number) => void): void {
@@ -20,7 +21,7 @@ export function selectByPointer(view: GridView, open: (row: number) => void): vo
     const head = { row: spot.row, column: Math.max(0, spot.column) };
     const anchor = event.shiftKey && view.selection ? view.selection.anchor : head;
     view.select({ anchor, head, wholeRows }, false);
-    follow((move) => extendTo(view, move), () => {});
+    if (event.pointerType !== "touch") followSelection(view); // a finger scrolls
   });
   host.addEventListener("dblclick", (event) => {
     const spot = view.spotAt(event.target);
@@ -28,12 +29,33 @@ export function selectByPointer(view: GridView, open: (row: number) => void): vo
   });
 }
 
-function extendTo(view: GridView, event: PointerEvent): void {
-  const spot = view.spotAt(document.elementFromPoint(event.clientX, event.clientY));
-  if (!spot || !view.selection) return;
-  const { anchor, head, wholeRows } = view.selection;
-  const column = wholeRows ? head.column : Math.max(0, spot.column);
-  if (spot.row !== head.row || column !== head.column) view.select({ anchor, head: { row: spot.row, column }, wholeRows });
+const kMostADragFrame = 60; // pixels
+
+// Drawn beyond an edge, the selection takes the rows and columns along, the faster the farther.
+function followSelection(view: GridView): void {
+  let at: PointerEvent | null = null;
+  let frame = 0;
+  const step = () => {
+    frame = 0;
+    const near = at && view.spotNear(at.clientX, at.clientY);
+    if (!near || !view.selection) return;
+    const { anchor, head, wholeRows } = view.selection;
+    const column = wholeRows ? head.column : near.spot.column;
+    if (near.spot.row !== head.row || column !== head.column) view.select({ anchor, head: { row: near.spot.row, column }, wholeRows }, false);
+    const way = (over: number) => Math.max(-kMostADragFrame, Math.min(kMostADragFrame, over));
+    view.host.scrollBy(wholeRows ? 0 : way(near.over.x), way(near.over.y));
+    if (near.over.x !== 0 || near.over.y !== 0) frame = requestAnimationFrame(step);
+  };
+  follow(
+    (event) => {
+      at = event;
+      frame ||= requestAnimationFrame(step);
+    },
+    () => {
+      at = null;
+      cancelAnimationFrame(frame);
+    },
+  );
 }
 
 export function arrangeByPointer(view: GridView, actions: HeadingActions): void {
@@ -46,6 +68,12 @@ export function arrangeByPointer(view: GridView, actions: HeadingActions): void 
     if ((event.target as HTMLElement).classList.contains("grid-grip")) followWidth(event, column, actions);
     else followMove(event, view, column, actions);
   });
+  view.headings.addEventListener("click", (event) => {
+    const group = (event.target as HTMLElement).closest<HTMLElement>("[data-group]")?.dataset["group"];
+    if (group === undefined) return;
+    view.host.focus({ preventScroll: true });
+    actions.fold(group);
+  });
   view.headings.addEventListener("dblclick", (event) => {
     if (!(event.target as HTMLElement).classList.contains("grid-grip")) return;
     const cell = (event.target as HTMLElement).closest<HTMLElement>("[data-head-field]");
@@ -57,14 +85,11 @@ export function arrangeByPointer(view: GridView, actions: HeadingActions): void 
 function follow(move: (event: PointerEvent) => void, end: (event: PointerEvent) => void): void {
   const stop = new AbortController();
   window.addEventListener("pointermove", move, { signal: stop.signal });
-  window.addEventListener(
-    "pointerup",
-    (event) => {
-      stop.abort();
-      end(event);
-    },
-    { signal: stop.signal },
-  );
+  const finish = (event: PointerEvent) => {
+    stop.abort();
+    end(event);
+  };
+  for (const name of ["pointerup", "pointercancel"] as const) window.addEventListener(name, finish, { signal: stop.signal });
 }
 
 function followWidth(start: PointerEvent, column: GridColumn, actions: HeadingActions): void {
@@ -91,8 +116,9 @@ function followMove(start: PointerEvent, view: GridView, column: GridColumn, act
       mark.style.left = `${view.columnLeft(target) - 1}px`;
       if (!mark.parentElement) view.headings.parentElement!.append(mark);
     },
-    () => {
+    ({ type }) => {
       mark.remove();
+      if (type === "pointercancel") return;
       if (target === null) actions.sort(column);
       else actions.move(column, actions.columns()[target] ?? null);
     },

@@ -60,3 +60,15 @@ export function columnWindow(
   while (end < count && edges[end]! < scrollLeft + viewWidth) end += 1;
   return { first: low, end };
 }
+
+// How many scrolled columns a window of this width can show at most, wherever it stands.
+export function columnsThatFit(edges: readonly number[], frozen: number, viewWidth: number): number {
+  const count = edges.length - 1;
+  const width = viewWidth - edges[frozen]!;
+  let most = 0;
+  for (let first = frozen, end = frozen; first < count; ++first) {
+    while (end < count && edges[end]! - edges[first + 1]! < width) end += 1;
+    most = Math.max(most, end - first);
+  }
+  return most;
+}

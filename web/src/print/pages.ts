@@ -1,6 +1,7 @@
 // A report on sheets of paper: rows broken into pages, wide tables broken into groups of columns that each
 // repeat the key columns. Sizes are in millimetres.
 import type { GridColumn } from "../grid/columns";
+import { headingSpans } from "../grid/headings";
 
 export interface Paper {
   width: number;
@@ -55,4 +56,30 @@ export function columnStrips(columns: readonly GridColumn[], keys: number, width
 export function rowsAPage(paper: Paper, titleLines: number, rowHeight = 5.2): number {
   const taken = 2 * paper.margin + 12 + titleLines * 5 + 12 + 8;
   return Math.max(5, Math.floor((paper.height - taken) / rowHeight));
+}
+
+// The upper line of a table's heading: a cell of one column that spans both lines, or one over its group.
+export interface UpperHeading {
+  key: string;
+  text: string;
+  span: number;
+  deep: number;
+}
+
+export function upperHeadings(columns: readonly GridColumn[], twoLines: boolean): UpperHeading[] {
+  const spans = headingSpans(columns.map((column) => column.heading));
+  return columns.flatMap((column, at) => {
+    if (column.heading.oneLine) return [{ key: column.field, text: column.heading.first, span: 1, deep: twoLines ? 2 : 1 }];
+    const span = spans.find((one) => one.from === at);
+    return span ? [{ key: `g${at}`, text: span.text, span: span.to - span.from, deep: 1 }] : [];
+  });
+}
+
+// Prints the sheets that stand in the page.
+export function printSheets(paper: Paper): void {
+  const sheet = new CSSStyleSheet();
+  sheet.replaceSync(`@page { size: ${paper.width}mm ${paper.height}mm; margin: 0 }`);
+  document.adoptedStyleSheets = [sheet];
+  window.print();
+  document.adoptedStyleSheets = [];
 }

@@ -29,11 +29,14 @@ export function useAddress(session: Session) {
     const address = readAddress(location.pathname, location.search);
     if (!address) {
       state.active = 0;
+      if (location.pathname !== "/") state.failure = { programmaticId: "", text: t.unknownAddress };
       return;
     }
     const report = session.findReport(address.number);
-    if (!report) session.onNotice(t.unknownReport(address.number));
-    else await session.openReport(report, address.filter);
+    if (!report) {
+      state.active = 0;
+      state.failure = { programmaticId: "", text: t.unknownReport(address.number) };
+    } else await session.openReport(report, address.filter);
   }
 
   watch(present, (address) => {

@@ -1,7 +1,9 @@
 // One page's session: signing in, the line with its reconnecting, and what the page asks for.
 import { protocolVersion, type ReportClass } from "../protocol";
 import { CommandError, Connection, LineBroken } from "./Connection";
+import { t } from "../texts";
 import { apply, clearOpen, newState } from "./state";
+import { Twins } from "./Twins";
 
 interface Start {
   login: "none" | "needed" | "done";
@@ -16,8 +18,10 @@ const kPingEvery = 60_000;
 export class Session {
   readonly state = newState();
   readonly line = new Connection();
+  private readonly twins = new Twins(() => (this.state.line === "ready" ? sessionStorage.getItem(kSessionKey) : null));
   private token = "";
   private stopped = false;
+  private waking = 0;
   onNotice: (text: string) => void = () => {};
 
   constructor() {
@@ -29,6 +33,7 @@ export class Session {
   }
 
   async start(): Promise<void> {
+    this.state.line = "starting";
     try {
       const answer = await fetch("/api/start");
       if (!answer.ok) throw new Error(String(answer.status));
@@ -36,6 +41,7 @@ export class Session {
       if (start.login === "needed") this.state.line = "login";
       else await this.connect(start.token);
     } catch {
+      this.line.close();
       if (this.state.line === "starting") this.state.line = "unreachable";
     }
   }
@@ -58,6 +64,13 @@ export class Session {
     await fetch("/api/logout", { method: "POST", headers: { "X-Token": this.token } });
     sessionStorage.removeItem(kSessionKey);
     location.assign("/");
+  }
+
+  // After the end of a session, or with a server that could not be reached.
+  async beginAnew(): Promise<void> {
+    if (this.state.line === "ended") sessionStorage.removeItem(kSessionKey);
+    clearOpen(this.state);
+    await this.start();
   }
 
   // Starts a new worker after a crash or while the present one hangs.
@@ -106,17 +119,27 @@ export class Session {
   private async connect(token: string): Promise<void> {
     this.token = token;
     await this.line.open(`${location.protocol === "https:" ? "wss" : "ws"}://${location.host}/ws`);
-    const held = sessionStorage.getItem(kSessionKey);
+    const held = await this.heldSession();
     const welcome = await this.line.ask("hello", { token, protocol: protocolVersion, ...(held ? { session: held } : {}) });
+    const lost = this.state.line === "lost" && !welcome.resumed;
     sessionStorage.setItem(kSessionKey, welcome.session);
     await this.line.ask("listReports", {});
     this.state.line = "ready";
+    if (lost) this.onNotice(t.sessionGone);
     this.keepAwake();
   }
 
+  // A tab of the browser that was copied holds the session of the first one, and begins one of its own.
+  private async heldSession(): Promise<string | null> {
+    const held = sessionStorage.getItem(kSessionKey);
+    if (!held || this.state.line !== "starting") return held;
+    return (await this.twins.isInUse(held)) ? null : held;
+  }
+
   private keepAwake(): void {
-    const timer = setInterval(() => {
-      if (this.state.line !== "ready") clearInterval(timer);
+    clearInterval(this.waking);
+    this.waking = window.setInterval(() => {
+      if (this.state.line !== "ready") clearInterval(this.waking);
       else if (document.visibilityState === "visible") void this.line.ask("ping", {}).catch(() => {});
     }, kPingEvery);
   }

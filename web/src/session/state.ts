@@ -32,13 +32,14 @@ export interface SessionState {
   failure: { programmaticId: string; text: string } | null;
   opening: string; // programmatic id of the report that is being opened
   busy: boolean; // hourglass
+  stoppable: boolean; // what runs now may be cancelled in its progress box
   exporting: { report: number; done: number; all: number } | null; // the file that is being written
 }
 
 export function newState(): SessionState {
   return reactive({
     line: "starting", endReason: "", worker: "works", welcome: null, groups: [],
-    windows: [], tabs: [], active: 0, failure: null, opening: "", busy: false, exporting: null,
+    windows: [], tabs: [], active: 0, failure: null, opening: "", busy: false, stoppable: false, exporting: null,
   });
 }
 
@@ -122,7 +123,10 @@ export function apply(state: SessionState, message: Message): void {
       if (message.cancelled) break;
       const tab = tabOf(state, message.report);
       if (tab) tab.error = message.error;
-      else state.failure = { programmaticId: message.programmaticId, text: message.error };
+      else {
+        state.failure = { programmaticId: message.programmaticId, text: message.error };
+        state.active = 0; // the start page says it
+      }
       break;
     }
     case "reportClosed": dropReport(state, message.report); break;

@@ -208,6 +208,11 @@ TEST(Data10412, ByLevels) {
              With(filter, {{"chkOnlyTotal", 1}}),
              fields,
              {lines[4], lines[5], lines[8], lines[9]}},
+            // The heading has a column for it all the same.
+            {"no goods have a level 0",
+             With(filter, {{"MultiLevelBegin", "0"}, {"MultiLevelEnd", "1"}, {"BItemNumber", "02.002"}}),
+             {"FSumSort", "FItemLevel00Name", "FItemLevel01Name", "FItemNumber"},
+             {"0 - 五金 02.002", "1 - 五金 小计", "101 合计 - -"}},
             {"levels that begin above their end are none",
              With(filter, {{"MultiLevelBegin", "3"}}),
              {"FItemLevel01Name", "FItemNumber"},

@@ -272,6 +272,28 @@ TEST(Data302, ByLevels) {
                   "饮料 小计 98 2", "'' 01.02 70 0", "'' 合计 168 101"));
 }
 
+// The heading has a column for every level from the first to the last, whether there is such a level or not.
+TEST(Data302, LevelsThatThereAreNone) {
+  const BookFile tiny(books::test::WriteTinyBook);
+  const books::Book book = tiny.Open();
+  const auto levels = [](int begin, int end) {
+    return Now({{"MultiLevel", 1},
+                {"MultiLevelBegin", begin},
+                {"MultiLevelEnd", end},
+                {"BItemNumber", "02.002"},
+                {"EItemNumber", "02.002"}});
+  };
+  const Lines names = {"FItemLevel00Name", "FItemLevel01Name", "FItemLevel03Name", "FItemNumber", "FSumSort"};
+  EXPECT_THAT(LinesOf(*FetchBands(book, levels(0, 1)).rows, names),
+              ElementsAre("'' 五金 ? 02.002 0", "'' 五金 ? 小计 1", "'' '' ? 合计 101"));
+  EXPECT_THAT(LinesOf(*FetchRows(book, levels(0, 0)), names),
+              ElementsAre("'' ? ? 02.002 0", "'' ? ? 合计 101"));
+  EXPECT_THAT(LinesOf(*FetchBands(book, levels(3, 3)).rows, names),
+              ElementsAre("? ? '' 02.002 0", "? ? '' 合计 101"));
+  EXPECT_THAT(LinesOf(*FetchBands(book, levels(3, 2)).rows, names),
+              ElementsAre("? ? ? 02.002 0", "? ? ? 合计 101"));
+}
+
 // The instant stock has drifted: the movements still say 3 rolls for 9.00.
 TEST(Data302, ChecksInstantStockAgainstMovements) {
   const BookFile tiny(books::test::WriteTinyBook);
@@ -367,10 +389,8 @@ TEST(Data302, Refuses) {
       {"an unknown kind of warehouse", {{"StockType", -1}}, "过滤条件 StockType"},
       {"an unknown order", {{"Sort", "FQty"}}, "过滤条件 Sort"},
       {"a word for a check box", {{"ShowZero", "yes"}}, "过滤条件 ShowZero 应为 0 或 1：yes"},
-      {"no first level", {{"MultiLevel", 1}, {"MultiLevelEnd", 2}}, "过滤条件 MultiLevelBegin"},
-      {"levels turned round",
-       {{"MultiLevel", 1}, {"MultiLevelBegin", 3}, {"MultiLevelEnd", 2}},
-       "过滤条件 MultiLevelEnd"},
+      {"a level below any", {{"MultiLevel", 1}, {"MultiLevelBegin", -1}}, "过滤条件 MultiLevelBegin"},
+      {"half a level", {{"MultiLevel", 1}, {"MultiLevelEnd", 1.5}}, "过滤条件 MultiLevelEnd"},
       {"rights on another alias", {{"DataRightWhere", RightsOf("7", "t4")}}, "过滤条件 DataRightWhere"},
       {"an object for a number", {{"BItemNumber", books::test::FilterOf({})}}, "过滤条件 BItemNumber"},
   };
