@@ -112,11 +112,15 @@ void Canvas::Fill(Box box, double top, double height, const Colour& colour) cons
   cairo_fill(context_.get());
 }
 
-void Canvas::Rule(double top, double width) const {
+void Canvas::Rule(double top, Box box) const { DrawLine({box.left, top}, {box.left + box.width, top}); }
+
+void Canvas::Upright(double left, double top, double bottom) const { DrawLine({left, top}, {left, bottom}); }
+
+void Canvas::DrawLine(const Point& from, const Point& to) const {
   cairo_set_source_rgb(context_.get(), kRule.red, kRule.green, kRule.blue);
   cairo_set_line_width(context_.get(), kRuleWidth);
-  cairo_move_to(context_.get(), 0, top);
-  cairo_line_to(context_.get(), width, top);
+  cairo_move_to(context_.get(), from.left, from.top);
+  cairo_line_to(context_.get(), to.left, to.top);
   cairo_stroke(context_.get());
 }
 

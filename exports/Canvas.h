@@ -23,7 +23,7 @@ struct Colour {
 };
 inline constexpr Colour kInk{0.13, 0.15, 0.18};
 
-// A stretch of a line of text.
+// A stretch of a line.
 struct Box {
   double left;
   double width;
@@ -49,7 +49,8 @@ class Canvas {
   void Finish() const;
 
   void Fill(Box box, double top, double height, const Colour& colour) const;
-  void Rule(double top, double width) const;
+  void Rule(double top, Box box) const;
+  void Upright(double left, double top, double bottom) const;
   // In one line, cut with a mark when it does not fit.
   void Text(Font font, const std::string& text, Box box, double top, Place place,
             const Colour& colour = kInk) const;
@@ -64,7 +65,13 @@ class Canvas {
   };
   using Layout = std::unique_ptr<_PangoLayout, Unref>;
 
+  struct Point {
+    double left;
+    double top;
+  };
+
   void RequireSound() const;
+  void DrawLine(const Point& from, const Point& to) const;
   Layout MakeLayout(double size, bool bold) const;
   _PangoLayout* LayoutOf(Font font) const;
 

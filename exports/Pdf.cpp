@@ -21,6 +21,7 @@ constexpr double kFooter = 18;
 constexpr double kNarrowest = 24;
 constexpr double kWidest = 190;
 constexpr double kSmallest = 0.75;  // columns that nearly fit are made smaller down to this
+constexpr double kWidened = 1.25;   // columns that leave room are made wider up to this
 constexpr std::size_t kMeasuredRows = 100'000;
 constexpr std::size_t kKeyColumns = 2;
 constexpr const char* kCarriedOver = "过次页";
@@ -136,6 +137,9 @@ class Document {
     const double usable = canvas_.Width();
     if (wanted > usable && wanted * kSmallest <= usable) canvas_.SetScale(usable / wanted);
     pages_ = SplitColumns(columns_, canvas_.Width());
+    if (wanted >= usable) return;
+    const double wider = std::min(usable / wanted, kWidened);
+    for (PaperColumn& column : columns_) column.width *= wider;
   }
 
   double HeadingHeight() const { return sheet_.grid.HasSecondLine() ? 2 * kLine : kLine; }
@@ -176,6 +180,7 @@ class Document {
           if (carried_) carried_->Add(row);
         }
         if (row < stretch.end && room.carries) DrawCarried(columns, kCarriedOver);
+        DrawUprights(columns);
         canvas_.EndPage();
       } while (row < stretch.end);
     }
@@ -218,42 +223,57 @@ class Document {
       canvas_.Text(Font::kPlain, "总" + PageOf(number.number, number.all), whole, top, Place::kRight);
   }
 
+  // A caption of its own stands in the middle of both lines.
   void DrawHeading(const PageColumns& columns) {
     const double width = WidthOf(columns);
-    const double upper = top_;
+    headingTop_ = top_;
     canvas_.Fill({0, width}, top_, HeadingHeight(), kHeadingGround);
-    if (sheet_.grid.HasSecondLine()) {
-      DrawUpperLine(columns);
-      top_ += kLine;
-    }
+    canvas_.Rule(top_, {0, width});
+    DrawGroups(columns);
     double left = 0;
     for (const std::size_t i : columns) {
       const GridColumn& column = sheet_.grid.Columns()[i];
-      canvas_.Text(Font::kBold, column.second.empty() ? column.caption : column.second,
-                   {left, columns_[i].width}, top_, Place::kCentre);
+      const Box box{left, columns_[i].width};
+      const bool alone = column.second.empty() && GroupOf(i) == kNoGroup;
+      const double lower = top_ + HeadingHeight() - kLine;
+      canvas_.Text(Font::kBold, column.second.empty() ? column.caption : column.second, box,
+                   alone ? (top_ + lower) / 2 : lower, Place::kCentre);
+      if (!alone && GroupOf(i) == kNoGroup) {
+        canvas_.Text(Font::kBold, column.caption, box, top_, Place::kCentre);
+      }
       left += columns_[i].width;
     }
-    top_ += kLine;
-    canvas_.Rule(upper, width);
-    canvas_.Rule(top_, width);
+    top_ += HeadingHeight();
+    canvas_.Rule(top_, {0, width});
   }
 
   // Group captions over those of their columns that are on this page.
-  void DrawUpperLine(const PageColumns& columns) const {
+  void DrawGroups(const PageColumns& columns) const {
     double left = 0;
     for (std::size_t at = 0; at < columns.size();) {
       const std::size_t group = GroupOf(columns[at]);
       double width = 0;
-      const std::size_t from = columns[at];
       do {
         width += columns_[columns[at++]].width;
       } while (group != kNoGroup && at < columns.size() && GroupOf(columns[at]) == group);
-      const GridColumn& column = sheet_.grid.Columns()[group == kNoGroup ? from : group];
-      const bool own = group == kNoGroup && !column.second.empty();
-      if (group != kNoGroup || own) {
-        canvas_.Text(Font::kBold, own ? column.caption : column.group, {left, width}, top_, Place::kCentre);
+      if (group != kNoGroup) {
+        const Box box{left, width};
+        canvas_.Text(Font::kBold, sheet_.grid.Columns()[group].group, box, top_, Place::kCentre);
+        if (sheet_.grid.HasSecondLine()) canvas_.Rule(top_ + kLine, box);
       }
       left += width;
+    }
+  }
+
+  // Between columns; between those of one group only below its caption.
+  void DrawUprights(const PageColumns& columns) const {
+    double left = 0;
+    canvas_.Upright(left, headingTop_, top_);
+    for (std::size_t at = 0; at < columns.size(); ++at) {
+      left += columns_[columns[at]].width;
+      const std::size_t group = GroupOf(columns[at]);
+      const bool goesOn = at + 1 < columns.size() && group != kNoGroup && GroupOf(columns[at + 1]) == group;
+      canvas_.Upright(left, goesOn && sheet_.grid.HasSecondLine() ? headingTop_ + kLine : headingTop_, top_);
     }
   }
 
@@ -291,7 +311,7 @@ class Document {
   void BeginLine(const PageColumns& columns, bool summary) const {
     const double width = WidthOf(columns);
     if (summary) canvas_.Fill({0, width}, top_, kLine, kSummaryGround);
-    canvas_.Rule(top_, width);  // the ground may have covered it
+    canvas_.Rule(top_, {0, width});  // the ground may have covered it
   }
 
   void DrawCell(std::size_t column, const std::string& text, double left, bool summary,
@@ -303,7 +323,7 @@ class Document {
 
   void EndLine(const PageColumns& columns) {
     top_ += kLine;
-    canvas_.Rule(top_, WidthOf(columns));
+    canvas_.Rule(top_, {0, WidthOf(columns)});
   }
 
   const Sheet& sheet_;
@@ -316,6 +336,7 @@ class Document {
   std::vector<PageColumns> pages_;
   std::size_t done_ = 0;  // rows, once for each page across
   double top_ = 0;        // where the next line goes
+  double headingTop_ = 0;
 };
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <memory>
 
 #include <xlsxwriter.h>
@@ -17,7 +18,9 @@ constexpr lxw_row_t kLinesOfASheet = 1'000'000;  // a sheet ends at 1,048,576
 constexpr std::size_t kMostPageBreaks = 1023;    // of a sheet
 constexpr double kNarrowest = 6;                 // widths in characters
 constexpr double kWidest = 40;
-constexpr double kBold = 1.1;  // how much wider a bold text is
+constexpr double kBold = 1.1;               // how much wider a bold text is
+constexpr double kCharactersOfAPage = 130;  // on lying A4 between its margins
+constexpr double kSmallestScale = 10;       // in percent
 constexpr std::size_t kFrozenColumns = 2;
 
 [[noreturn]] void CannotWrite(const std::filesystem::path& file, const char* reason) {
@@ -163,12 +166,18 @@ class Workbook {
     worksheet_repeat_rows(page_, 0, line_ - 1);
     worksheet_set_landscape(page_);
     worksheet_set_paper(page_, 9);
-    worksheet_fit_to_pages(page_, 1, 0);
+    worksheet_set_footer(page_, "&L&D&C第 &P 页，共 &N 页");
   }
 
   void EndSheet() {
-    SetWidths();
-    if (pageBreaks_.empty()) return;
+    const double width = SetWidths();
+    if (pageBreaks_.empty()) {
+      worksheet_fit_to_pages(page_, 1, 0);
+      return;
+    }
+    // A sheet that is fitted to pages takes no breaks.
+    const double scale = std::clamp(100 * kCharactersOfAPage / width, kSmallestScale, 100.0);
+    worksheet_set_print_scale(page_, static_cast<std::uint16_t>(scale));
     pageBreaks_.push_back(0);  // marks their end
     worksheet_set_h_pagebreaks(page_, pageBreaks_.data());
     pageBreaks_.clear();
@@ -194,15 +203,20 @@ class Workbook {
     }
   }
 
-  // A figure that finds no room shows as ####: the largest one counts, wherever it stands.
-  void SetWidths() {
+  // A figure that finds no room shows as ####: the largest one counts, wherever it stands. Answers the width
+  // of all columns.
+  double SetWidths() {
+    double all = 0;
     for (std::size_t i = 0; i < widths_.size(); ++i) {
       const Width& width = widths_[i];
       double wanted = width.cells;
       if (width.largest > 0) wanted = std::max(wanted, 1 + WidthOf(sheet_.grid.Cell(i, width.row)));
       const auto at = static_cast<lxw_col_t>(i);
-      worksheet_set_column(page_, at, at, std::clamp(wanted, kNarrowest, kWidest) * kBold + 1, nullptr);
+      const double given = std::clamp(wanted, kNarrowest, kWidest) * kBold + 1;
+      worksheet_set_column(page_, at, at, given, nullptr);
+      all += given;
     }
+    return all;
   }
 
   // A caption without a group stands in the lower line, right above its figures.
