@@ -1,6 +1,7 @@
 // Runs the benches and then holds what was measured against the targets: ratios of two benches of the same
 // run, so that they mean the same on every machine. A target that is missed makes the run fail; one whose
-// benches were filtered away is not judged.
+// benches were filtered away is not judged. Every report that a plain statement stands beside is held against
+// that as well.
 #include <cstdio>
 #include <map>
 #include <optional>
@@ -33,6 +34,15 @@ constexpr Target kTargets[] = {
     {"memory of the same, all told", "LedgerAllPages/20000/iterations:1:megabytes", "", 900, "MB"},
     {"all pages of the ledger, medium book", "LedgerAllPagesOfTheMediumBook/iterations:1",
      "LedgerWindowQuery/iterations:1", 0.125, "of a window query's time"},
+    {"instant stock, medium book", "reports/InstantStock/medium", "", 300e6, "ns"},
+    {"instant stock at a day, medium book", "reports/InstantStockAtADay/medium", "", 300e6, "ns"},
+    {"instant stock by rows, medium book", "reports/InstantStockByRows/medium", "", 300e6, "ns"},
+    {"instant stock by rows at a day, medium book", "reports/InstantStockByRowsAtADay/medium", "", 300e6,
+     "ns"},
+    {"stock structure, medium book", "reports/Structure/medium", "", 300e6, "ns"},
+    {"available stock, medium book", "reports/AvailableStock/medium", "", 300e6, "ns"},
+    {"shelf life, medium book", "reports/ShelfLife/medium", "", 300e6, "ns"},
+    {"purchase prices of a month, medium book", "reports/PurchasePricesOfAMonth/medium", "", 300e6, "ns"},
     {"instant stock, large book", "reports/InstantStock/large", "", 1.5e9, "ns"},
     {"instant stock at a day, large book", "reports/InstantStockAtADay/large", "", 3e9, "ns"},
     {"instant stock by rows, large book", "reports/InstantStockByRows/large", "", 1.5e9, "ns"},
@@ -50,23 +60,15 @@ constexpr Target kTargets[] = {
     {"movement detail of an item, large book", "reports/MovementDetailOfAnItem/large", "", 100e6, "ns"},
     {"linked bills of a month, large book", "reports/LinkedBillsOfAMonth/large", "", 1e9, "ns"},
     {"serial numbers in stock, large book", "reports/SerialNumbersInStock/large", "", 1e9, "ns"},
-    {"InstantStockByRows, large book, against one statement", "reports/InstantStockByRows/large",
-     "reports/sql/InstantStockByRows/large", 1, "times"},
-    {"InstantStockByRowsAtADay, large book, against one statement", "reports/InstantStockByRowsAtADay/large",
-     "reports/sql/InstantStockByRowsAtADay/large", 1, "times"},
-    {"BusinessSummaryOfAMonth, large book, against one statement", "reports/BusinessSummaryOfAMonth/large",
-     "reports/sql/BusinessSummaryOfAMonth/large", 1, "times"},
-    {"BusinessSummaryOfTwoYears, large book, against one statement",
-     "reports/BusinessSummaryOfTwoYears/large", "reports/sql/BusinessSummaryOfTwoYears/large", 1, "times"},
-    {"MovementSummaryOfAMonth, large book, against one statement", "reports/MovementSummaryOfAMonth/large",
-     "reports/sql/MovementSummaryOfAMonth/large", 1, "times"},
-    {"MovementSummaryOfTwoYears, large book, against one statement",
-     "reports/MovementSummaryOfTwoYears/large", "reports/sql/MovementSummaryOfTwoYears/large", 1, "times"},
-    {"MovementDetailOfAMonth, large book, against one statement", "reports/MovementDetailOfAMonth/large",
-     "reports/sql/MovementDetailOfAMonth/large", 1, "times"},
     {"a call by name", "CallByName", "", 150, "ns"},
     {"a call by name", "CallByName", "CallVirtual", 15, "virtual calls"},
 };
+
+// "reports/sql/NAME/BOOK" is the statement beside "reports/NAME/BOOK", which is to be no slower. What is
+// quick enough for anybody is not judged by that: a dialog and a heading take their time whatever is asked.
+constexpr std::string_view kReports = "reports/";
+constexpr std::string_view kStatements = "reports/sql/";
+constexpr double kQuick = 20e6;  // ns
 
 class Reporter : public benchmark::ConsoleReporter {
  public:
@@ -98,13 +100,28 @@ class Reporter : public benchmark::ConsoleReporter {
       bool& any = met.try_emplace(target.what, false).first->second;
       any = any || good;
     }
-    bool all = !failed_;
+    bool all = IsNoSlowerThanStatements() && !failed_;
     for (const auto& [what, good] : met) all = all && good;
     std::puts(all ? "all targets met" : "a bench failed or a target is missed");
     return all;
   }
 
  private:
+  bool IsNoSlowerThanStatements() const {
+    bool all = true;
+    for (const auto& [name, statement] : figures_) {
+      if (!name.starts_with(kStatements) || name.find(':') != std::string::npos) continue;
+      const std::string report = name.substr(kStatements.size());
+      const auto own = figures_.find(std::string(kReports) + report);
+      if (own == figures_.end()) continue;
+      const bool good = own->second <= statement || own->second <= kQuick;
+      std::printf("%-46s %9.3f of one statement's time: %s\n", report.c_str(), own->second / statement,
+                  good ? "met" : "over");
+      all = all && good;
+    }
+    return all;
+  }
+
   std::optional<double> Figure(const Target& target) const {
     const auto measured = figures_.find(target.measured);
     if (measured == figures_.end()) return std::nullopt;

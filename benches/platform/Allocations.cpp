@@ -1,13 +1,36 @@
-// Replaces the process's operator new by one that counts.
+// Replaces the process's operator new by one that counts. Bytes are counted only while somebody asks for
+// their peak, so that the benches that are timed pay for one number.
 #include "benches/platform/Allocations.h"
 
 #include <atomic>
+#include <cstdint>
 #include <cstdlib>
 #include <new>
+
+#include <malloc.h>
 
 namespace {
 
 std::atomic<std::size_t> allocationCount = 0;
+std::atomic<bool> countsBytes = false;
+std::atomic<std::int64_t> heldBytes = 0;
+std::atomic<std::int64_t> peakBytes = 0;
+
+std::int64_t SizeOf(void* memory) { return static_cast<std::int64_t>(malloc_usable_size(memory)); }
+
+void CountTaken(void* memory) {
+  const std::int64_t held = heldBytes.fetch_add(SizeOf(memory), std::memory_order_relaxed) + SizeOf(memory);
+  std::int64_t peak = peakBytes.load(std::memory_order_relaxed);
+  while (held > peak && !peakBytes.compare_exchange_weak(peak, held, std::memory_order_relaxed)) {
+  }
+}
+
+void Free(void* memory) {
+  if (memory != nullptr && countsBytes.load(std::memory_order_relaxed)) {
+    heldBytes.fetch_sub(SizeOf(memory), std::memory_order_relaxed);
+  }
+  std::free(memory);
+}
 
 }  // namespace
 
@@ -15,13 +38,25 @@ namespace bench {
 
 std::size_t AllocationCount() { return allocationCount; }
 
+AllocationPeak::AllocationPeak() {
+  heldBytes = 0;
+  peakBytes = 0;
+  countsBytes = true;
+}
+
+AllocationPeak::~AllocationPeak() { countsBytes = false; }
+
+double AllocationPeak::Megabytes() const { return static_cast<double>(peakBytes) / 1e6; }
+
 }  // namespace bench
 
 void* operator new(std::size_t size) {
   allocationCount.fetch_add(1, std::memory_order_relaxed);
-  if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
-  throw std::bad_alloc();
+  void* memory = std::malloc(size == 0 ? 1 : size);
+  if (memory == nullptr) throw std::bad_alloc();
+  if (countsBytes.load(std::memory_order_relaxed)) CountTaken(memory);
+  return memory;
 }
 
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete(void* memory) noexcept { Free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { Free(memory); }

@@ -7,4 +7,18 @@ namespace bench {
 // How often this process has asked the heap through operator new.
 std::size_t AllocationCount();
 
+// While it lives, the most bytes that were held at once through operator new beyond what was held when it was
+// made, in whatever part of the process. One at a time. What the database keeps for itself is not in it.
+class AllocationPeak {
+ public:
+  AllocationPeak();
+  ~AllocationPeak();
+  AllocationPeak(const AllocationPeak&) = delete;
+  AllocationPeak& operator=(const AllocationPeak&) = delete;
+
+  // Not static: it means something only while one of these lives.
+  // NOLINTNEXTLINE(readability-convert-member-functions-to-static)
+  double Megabytes() const;
+};
+
 }  // namespace bench

@@ -134,6 +134,28 @@ TEST_F(Exports, WriteCommaSeparatedValues) {
             "合计,-0.5,1234.45\r\n");
 }
 
+TEST_F(Exports, WriteNoFormulaAsAText) {
+  struct Case {
+    const char* text;
+    const char* written;
+  };
+  const Case kCases[] = {{"=1+1", "'=1+1"}, {"+86 10", "'+86 10"}, {"-5", "'-5"},        {"@x", "'@x"},
+                         {"\t=1", "'\t=1"}, {"0010", "0010"},      {"a\nb", "\"a\nb\""}, {"", ""}};
+  for (const Case& c : kCases) {
+    const Ref<Recordset> rows = MakeRef<Recordset>();
+    rows->AppendField("FName", FieldType::kText, 50);
+    rows->Open();
+    rows->AddNew();
+    rows->SetText(0, c.text);
+    rows->Update();
+    const Ref<Vector> header = HeaderOf({{"名$", "", "1", "FName"}});
+    const exports::Grid grid(*header, *rows);
+    std::ostringstream out;
+    EXPECT_TRUE(exports::WriteCsv(out, {.name = "", .titleLines = {}, .grid = grid, .limit = {}}));
+    EXPECT_EQ(out.str(), std::string("\xEF\xBB\xBF名\r\n") + c.written + "\r\n");
+  }
+}
+
 TEST_F(Exports, WriteAWorkbookWithFiguresGroupsAndAFrozenHeading) {
   EXPECT_TRUE(exports::WriteXlsx(file_, SheetOf()));
   const std::string sheet = PartOfWorkbook("xl/worksheets/sheet1.xml");

@@ -235,8 +235,9 @@ function scrollAndLook(report: string, across: number, down: number): Promise<Se
 }
 
 describe("a book with sixty warehouses", () => {
-  const server = new Server("--size", "large", "--items", "300", "--months", "2");
+  let server: Server;
   beforeAll(async () => {
+    server = new Server("--size", "large", "--items", "300", "--months", "2");
     await Promise.all([server.start(), browser.close()]); // a scripted line stays with its browser
     browser = await openBrowser();
   });

@@ -318,6 +318,16 @@ describe("on paper and in files", () => {
     await named("pdfOrientation").selectOption("auto");
     await page().keyboard.press("Escape");
   });
+  it("writes a file while its report is closed", async () => {
+    await openReport();
+    await named("toolExport").click();
+    const waiting = page().waitForEvent("download");
+    await named("toolPdf").click();
+    await page().locator("[role=tablist] [role=tab][aria-selected=true]").press("Delete");
+    await grid().waitFor({ state: "detached" });
+    expect((await waiting).suggestedFilename()).toBe("商品超储短缺表.pdf");
+    await named("exporting").waitFor({ state: "detached" });
+  });
   it("the menu of formats works by keys alone", async () => {
     await openReport();
     await named("toolExport").press("ArrowDown");

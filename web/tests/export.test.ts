@@ -1,8 +1,6 @@
 // Files of a report: their names, their bytes, and the way to them through the session.
 import { afterEach, beforeEach, describe, expect, it, vi } from "vitest";
-import { createApp } from "vue";
 import { standardColumns } from "../src/grid/columns";
-import type { ReportRows } from "../src/grid/ReportRows";
 import { bytesOf, fileName, useExport } from "../src/reports/useExport";
 import { preferences } from "../src/session/preferences";
 import type { Session } from "../src/session/Session";
@@ -18,7 +16,6 @@ it("bytes come out of base64 as they went in", () => expect([...bytesOf("//79AA=
 
 describe("an export", () => {
   const columns = standardColumns(["FItemNumber", "FQty"].map((field) => ({ caption: `${field}$`, second: "", type: 1, field, visible: true, forceHide: false })));
-  const rows = { rows: 2, readAll: async function* () { yield { values: [["01", "1"], ["02", "2"]], summary: [] }; } } as unknown as ReportRows;
   const saved: { name: string; blob: Blob }[] = [];
   const notices: string[] = [];
   let said: { type: string; fields: Record<string, unknown> }[] = [];
@@ -28,9 +25,9 @@ describe("an export", () => {
     said.push({ type, fields });
     return answer(type, fields);
   };
-  const session = { state, line: { ask }, tryAsk: ask, tell: (error: Error) => notices.push(error.message), onNotice: (text: string) => notices.push(text) } as unknown as Session;
+  const report = { report: 7, name: "表" };
+  const makeSession = () => ({ state, line: { ask }, tryAsk: ask, tell: (error: Error) => notices.push(error.message), onNotice: (text: string) => notices.push(text) }) as unknown as Session;
   let exporter: ReturnType<typeof useExport>;
-  let unmount: () => void;
 
   beforeEach(() => {
     saved.length = notices.length = 0;
@@ -44,14 +41,9 @@ describe("an export", () => {
     vi.spyOn(HTMLAnchorElement.prototype, "click").mockImplementation(function (this: HTMLAnchorElement) {
       saved.push({ name: this.download, blob: made! });
     });
-    const app = createApp({ setup: () => ((exporter = useExport(session, rows, { report: 7, name: "表" })), () => null) });
-    app.mount(document.createElement("div"));
-    unmount = () => app.unmount();
+    exporter = useExport(makeSession());
   });
-  afterEach(() => {
-    unmount();
-    vi.restoreAllMocks();
-  });
+  afterEach(() => vi.restoreAllMocks());
 
   it("asks for what is seen and puts the parts together", async () => {
     answer = (type, fields) => {
@@ -59,7 +51,7 @@ describe("an export", () => {
       return fields["start"] === 0 ? { data: btoa("%PD"), more: true } : { data: btoa("F"), more: false };
     };
     Object.assign(preferences, { paper: "B5", orientation: "landscape" });
-    await exporter.write("pdf", columns, true);
+    await exporter.write(report, "pdf", columns, true);
     expect(said).toEqual([
       { type: "exportReport", fields: { report: 7, format: "pdf", fields: ["FItemNumber", "FQty"], emptyForZero: true, paper: "B5", orientation: "landscape" } },
       { type: "readExport", fields: { export: 3, start: 0 } },
@@ -68,15 +60,14 @@ describe("an export", () => {
     expect(saved.map((one) => [one.name, one.blob.size, one.blob.type])).toEqual([["表.pdf", 4, "application/pdf"]]);
     expect(exporter.running.value).toBeNull();
   });
-  it("tells how far it is, of its own report only", async () => {
+  it("tells how far it is, one file at a time", async () => {
     let finish: (reply: unknown) => void = () => {};
     answer = (type) => (type === "exportReport" ? new Promise((resolve) => (finish = resolve)) : { data: "", more: false });
-    const done = exporter.write("xlsx", columns, false);
-    apply(state, { type: "exportProgress", report: 8, done: 50, all: 100 });
+    const done = exporter.write(report, "xlsx", columns, false);
     expect(exporter.percent.value).toBe(0);
     apply(state, { type: "exportProgress", report: 7, done: 50, all: 100 });
     expect(exporter.percent.value).toBe(45);
-    await exporter.write("csv", columns, false);
+    await exporter.write(report, "csv", columns, false);
     expect(notices).toHaveLength(1);
     finish({ export: 1, size: 0 });
     await done;
@@ -85,7 +76,7 @@ describe("an export", () => {
   it("that is cancelled saves nothing and leaves no file behind", async () => {
     let finish: (reply: unknown) => void = () => {};
     answer = (type) => (type === "exportReport" ? new Promise((resolve) => (finish = resolve)) : {});
-    const done = exporter.write("xlsx", columns, false);
+    const done = exporter.write(report, "xlsx", columns, false);
     exporter.cancel();
     expect(exporter.running.value).toBeNull();
     finish({ export: 1, size: 9 });
@@ -95,14 +86,13 @@ describe("an export", () => {
   });
   it("that fails says why", async () => {
     answer = () => { throw new Error("没有空间"); };
-    await exporter.write("xlsx", columns, false);
+    await exporter.write(report, "xlsx", columns, false);
     expect(notices).toEqual(["没有空间"]);
     expect(exporter.running.value).toBeNull();
   });
-  it("of values alone is put together here", async () => {
-    await exporter.write("csv", columns, false);
-    expect(said).toEqual([]);
-    expect(saved[0]!.name).toBe("表.csv");
-    expect(saved[0]!.blob.size).toBeGreaterThan(20);
+  it("is one and the same wherever the session is at hand", () => {
+    const session = makeSession();
+    expect(useExport(session)).toBe(useExport(session));
+    expect(useExport(makeSession())).not.toBe(useExport(session));
   });
 });

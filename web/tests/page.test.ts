@@ -3,7 +3,6 @@ import { standardColumns } from "../src/grid/columns";
 import { readChapters } from "../src/help/markdown";
 import { columnStrips, kPapers, rowsAPage } from "../src/print/pages";
 import { readAddress, writeAddress } from "../src/reports/address";
-import { csvCell, csvHead, csvRows } from "../src/reports/csv";
 import { initialsOf, matchesSearch } from "../src/reports/search";
 import type { ReportReadyMessage } from "../src/protocol";
 import { apply, newState } from "../src/session/state";
@@ -24,17 +23,6 @@ describe("finding a report", () => {
   it("knows initials", () => expect(initialsOf("商品超储短缺表")).toBe("spccdqb"));
   it.each([["", true], ["超储", true], ["414", true], ["spcc", true], ["SPCC", true], [" dqb ", true], ["xyz", false], ["批号", false]])("%s", (typed, found) => {
     expect(matchesSearch(report, typed as string)).toBe(found);
-  });
-});
-
-describe("csv", () => {
-  it.each([
-    ["=1+1", 1, "'=1+1"], ["+86", 1, "'+86"], ["@x", 1, "'@x"], ["-5", 1, "'-5"], [-5, 2, "-5"], ["-5.0000", 6, "-5.0000"], ["a,b", 1, '"a,b"'], ['a"b', 1, '"a""b"'], [null, 1, ""], ["0010", 1, "0010"],
-  ])("%s of type %s", (value, type, text) => expect(csvCell(value, type)).toBe(text));
-  it("begins with a byte order mark and the headings", () => {
-    const columns = standardColumns([{ caption: "期初+|", second: "数量", type: 2, field: "FQty", visible: true, forceHide: false }]);
-    expect(csvHead(columns)).toBe("\uFEFF期初 数量\r\n");
-    expect(csvRows(columns, [[1], [null]])).toBe("1\r\n\r\n");
   });
 });
 

@@ -152,6 +152,8 @@ TEST_F(MovementHeadings, TheSummaryFreezesByLevels) {
       {"levels off", Keys({{"MultiLevel", 0}, {"MultiLevelBegin", 1}, {"MultiLevelEnd", 3}}), 5, 4, 0},
       {"one level", Keys({{"MultiLevel", 1}, {"MultiLevelBegin", "2"}, {"MultiLevelEnd", "2"}}), 6, 5, 1},
       {"three levels", Keys({{"MultiLevel", "1"}, {"MultiLevelBegin", 1}, {"MultiLevelEnd", 3}}), 8, 7, 3},
+      {"from a level that there is not",
+       Keys({{"MultiLevel", 1}, {"MultiLevelBegin", 0}, {"MultiLevelEnd", 1}}), 7, 6, 2},
       {"reversed", Keys({{"MultiLevel", true}, {"MultiLevelBegin", 3}, {"MultiLevelEnd", 1}}), 4, 3, 0},
   };
   for (const Row& row : rows) {

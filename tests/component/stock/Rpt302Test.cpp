@@ -94,6 +94,13 @@ TEST_F(Rpt302Test, CategoryLevelsStandInFront) {
   Fetch(*report, Keys({{"ShowType", 9}, {"MultiLevel", 1}, {"MultiLevelBegin", 10}, {"MultiLevelEnd", 10}}));
   EXPECT_EQ(Names(*report)[0], "FItemLevel010Name");
   EXPECT_EQ(FrozenColumn(*report), 7);
+  // Levels are counted, not looked up: there is a column for one that nothing has, and none for no levels.
+  Fetch(*report, Keys({{"MultiLevel", 1}, {"MultiLevelBegin", 0}, {"MultiLevelEnd", 0}}));
+  EXPECT_EQ(Names(*report)[0], "FItemLevel00Name");
+  EXPECT_EQ(FrozenColumn(*report), 6);
+  Fetch(*report, Keys({{"MultiLevel", 1}, {"MultiLevelBegin", "10"}, {"MultiLevelEnd", "9"}}));
+  EXPECT_EQ(Names(*report)[0], "FItemNumber");
+  EXPECT_EQ(FrozenColumn(*report), 5);
 }
 
 TEST_F(Rpt302Test, WarehousesFollowTheAnswer) {

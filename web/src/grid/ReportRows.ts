@@ -25,9 +25,9 @@ export class ReportRows implements RowSource {
     return { values: values.map((row) => places.map((place): Cell => (place < 0 ? null : row[place]!))), summary };
   }
 
-  // All rows from `first`, in blocks of what the line allows; ends early when `going` says so.
-  async *readAll(first: number, count: number, columns: number[], going: () => boolean = () => true): AsyncGenerator<RowBlock> {
-    for (let start = first; start < first + count && going(); start += kMostAtOnce) {
+  // All rows from `first`, in blocks of what the line allows.
+  async *readAll(first: number, count: number, columns: number[]): AsyncGenerator<RowBlock> {
+    for (let start = first; start < first + count; start += kMostAtOnce) {
       yield await this.read(start, Math.min(kMostAtOnce, first + count - start), columns);
     }
   }

@@ -1,15 +1,14 @@
-// Writing what is seen to a file, all rows, with progress and cancel. CSV is put together here; workbooks and
-// pages for paper are written by the session and fetched part by part.
-import { computed, onUnmounted, reactive } from "vue";
+// Writing what is seen to a file, all rows, with progress and cancel. The session writes it beside everything else,
+// and it is fetched part by part; so the report may be closed or fetched anew meanwhile, and the page keeps what
+// it knows of the file outside of the report's pane.
+import { computed, reactive, type ComputedRef } from "vue";
 import type { GridColumn } from "../grid/columns";
-import type { ReportRows } from "../grid/ReportRows";
-import type { ReportReadyMessage } from "../protocol";
+import type { ExportReportCommand, ReportReadyMessage } from "../protocol";
 import { preferences } from "../session/preferences";
 import type { Session } from "../session/Session";
 import { t } from "../texts";
-import { csvHead, csvRows } from "./csv";
 
-export type FileFormat = "csv" | "xlsx" | "pdf";
+export type FileFormat = ExportReportCommand["format"];
 
 const kTypes: Record<FileFormat, string> = {
   csv: "text/csv;charset=utf-8",
@@ -37,39 +36,33 @@ export function bytesOf(base64: string): Uint8Array<ArrayBuffer> {
 
 interface Run {
   format: FileFormat;
+  name: string; // of the report
   goes: boolean; // not cancelled
   writing: boolean; // by the session
   share: number; // of the work, as far as it is known here
 }
 
-export function useExport(session: Session, rows: ReportRows, ready: Pick<ReportReadyMessage, "report" | "name">) {
+export interface Exporter {
+  running: ComputedRef<FileFormat | null>;
+  name: ComputedRef<string>;
+  percent: ComputedRef<number>;
+  write(ready: Pick<ReportReadyMessage, "report" | "name">, format: FileFormat, columns: readonly GridColumn[], emptyForZero: boolean): Promise<void>;
+  cancel(): void;
+}
+
+function makeExporter(session: Session): Exporter {
   const state = reactive<{ run: Run | null }>({ run: null });
   const percent = computed(() => {
     const { run } = state;
     const told = session.state.exporting;
-    const written = run?.writing && told?.report === ready.report ? (kShareOfWriting * told.done) / Math.max(1, told.all) : 0;
+    const written = run?.writing && told ? (kShareOfWriting * told.done) / Math.max(1, told.all) : 0;
     return Math.floor(100 * (run?.writing ? written : (run?.share ?? 0)));
   });
 
-  async function csv(run: Run, columns: GridColumn[]): Promise<BlobPart[]> {
-    const count = rows.rows;
-    const parts = [csvHead(columns)];
-    let read = 0;
-    for await (const { values } of rows.readAll(0, count, columns.map((column) => column.index), () => run.goes)) {
-      parts.push(csvRows(columns, values));
-      read += values.length;
-      run.share = read / Math.max(1, count);
-    }
-    return parts;
-  }
-
-  async function written(run: Run, format: "xlsx" | "pdf", columns: GridColumn[], emptyForZero: boolean): Promise<BlobPart[]> {
+  async function fetched(run: Run, command: Omit<ExportReportCommand, "type" | "id">): Promise<BlobPart[]> {
     session.state.exporting = null;
     run.writing = true;
-    const fields = columns.map((column) => column.field);
-    const { paper, orientation } = preferences;
-    const pages = format === "pdf" ? { paper, orientation } : {};
-    const { export: file, size } = await session.line.ask("exportReport", { report: ready.report, format, fields, emptyForZero, ...pages });
+    const { export: file, size } = await session.line.ask("exportReport", command);
     run.writing = false;
     run.goes &&= file !== 0;
     const parts: BlobPart[] = [];
@@ -85,13 +78,16 @@ export function useExport(session: Session, rows: ReportRows, ready: Pick<Report
     return parts;
   }
 
-  async function write(format: FileFormat, columns: GridColumn[], emptyForZero: boolean): Promise<void> {
+  async function write(ready: Pick<ReportReadyMessage, "report" | "name">, format: FileFormat, columns: readonly GridColumn[], emptyForZero: boolean): Promise<void> {
     if (state.run) return session.onNotice(t.exportBusy);
-    state.run = { format, goes: true, writing: false, share: 0 };
+    state.run = { format, name: ready.name, goes: true, writing: false, share: 0 };
     const { run } = state;
+    const { paper, orientation } = preferences;
+    const pages = format === "pdf" ? { paper, orientation } : {};
     try {
-      const parts = format === "csv" ? await csv(run, columns) : await written(run, format, columns, emptyForZero);
-      if (run.goes) saveFile(fileName(ready.name, format), parts, kTypes[format]);
+      const fields = columns.map((column) => column.field);
+      const parts = await fetched(run, { report: ready.report, format, fields, emptyForZero, ...pages });
+      if (run.goes) saveFile(fileName(run.name, format), parts, kTypes[format]);
     } catch (error) {
       session.tell(error);
     } finally {
@@ -104,8 +100,16 @@ export function useExport(session: Session, rows: ReportRows, ready: Pick<Report
     state.run = null;
     if (!run) return;
     run.goes = false;
-    if (run.format !== "csv") void session.tryAsk("cancelExport", {});
+    void session.tryAsk("cancelExport", {});
   }
-  onUnmounted(cancel);
-  return { running: computed(() => state.run?.format ?? null), percent, write, cancel };
+  return { running: computed(() => state.run?.format ?? null), name: computed(() => state.run?.name ?? ""), percent, write, cancel };
+}
+
+const exporters = new WeakMap<Session, Exporter>();
+
+// The one exporter of a session.
+export function useExport(session: Session): Exporter {
+  const known = exporters.get(session) ?? makeExporter(session);
+  exporters.set(session, known);
+  return known;
 }
