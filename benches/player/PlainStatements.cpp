@@ -150,6 +150,7 @@ JOIN unit u ON u.id = i.unit_id
 LEFT JOIN base_data x ON x.id = a.aux_id
 WHERE b.disabled = 0
 GROUP BY a.item_id, a.aux_id
+HAVING SUM(a.stock) <> 0 OR SUM(a.coming) <> 0 OR SUM(a.going) <> 0 OR i.min_quantity <> 0
 ORDER BY b.number, x.number
 )sql";
 
@@ -214,6 +215,7 @@ JOIN unit u ON u.id = i.unit_id
 LEFT JOIN batch t ON t.id = s.batch_id
 WHERE i.batch_managed = 1
 GROUP BY s.item_id, s.batch_id
+HAVING SUM(s.opening) <> 0 OR SUM(s.come) <> 0 OR SUM(s.gone) <> 0
 ORDER BY b.number, t.number
 )sql";
 

@@ -6,8 +6,9 @@
 
 namespace bench {
 
-// The question of a report as anybody would ask it of the database: one statement with the same rows, without
-// sums behind them. `report` is the bench that it stands beside.
+// The question of a report as anybody would ask it of the database: one statement that answers with the same
+// figures. It has no sums behind its rows, and knows nothing of the rules by which a report leaves some out.
+// `report` is the bench that it stands beside.
 struct PlainStatement {
   const char* report;
   std::string sql;

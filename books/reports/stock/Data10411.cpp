@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <tuple>
-#include <unordered_set>
 #include <utility>
 
 #include "books/database/Connection.h"
@@ -106,22 +105,9 @@ std::size_t GroupOf(const Line& line, GroupedBy by) {
   return by == GroupedBy::kItem ? line.item : line.warehouse;
 }
 
-// Few items have batches that expire: the stock of the others need not be read.
-std::unordered_set<std::int64_t> ItemsThatExpire(services::Store& store) {
-  database::Statement row = store.Reading().Prepare(
-      "SELECT item_id FROM batch "
-      "WHERE expiry_date IS NOT NULL OR (production_date IS NOT NULL AND shelf_life_days > 0)");
-  std::unordered_set<std::int64_t> ids;
-  while (row.Step()) ids.insert(row.Integer(0));
-  return ids;
-}
-
-std::vector<Line> LinesOf(const std::vector<StockItem>& items,
-                          const std::unordered_set<std::int64_t>& expiring, StockCells& cells,
-                          platform::Date due) {
+std::vector<Line> LinesOf(const std::vector<StockItem>& items, StockCells& cells, platform::Date due) {
   std::vector<Line> lines;
   for (std::size_t i = 0; i < items.size(); ++i) {
-    if (!expiring.contains(items[i].id)) continue;
     for (const Cell& cell : cells.Of(items[i].id)) {
       if (cell.batch == 0 || cell.figures.quantity == 0) continue;
       const BatchFacts& batch = cells.Batch(cell.batch);
@@ -238,7 +224,7 @@ platform::Ref<platform::Recordset> ReadShelfLife(services::Store& store, const p
   if (FlagOf(asked, "chkHideForbiddenGood")) chosen.Add({.sql = "b.disabled = 0", .parameters = {}});
   const StockItems items(store, chosen, {.sql = "b.number, b.id"}, {});
   StockCells cells(store, warehouses, {});
-  std::vector<Line> lines = LinesOf(items.All(), ItemsThatExpire(store), cells, due);
+  std::vector<Line> lines = LinesOf(items.All(), cells, due);
   Sort(lines, by, order);
 
   auto rows = platform::MakeRef<platform::Recordset>();

@@ -22,13 +22,14 @@ using platform::Currency;
 using platform::Date;
 
 constexpr std::string_view kKeptSql =
-    "SELECT warehouse_id, batch_id, aux_id, quantity, aux_quantity, amount FROM stock WHERE item_id = ?";
+    "SELECT warehouse_id, batch_id, aux_id, quantity, aux_quantity, amount FROM stock "
+    "WHERE item_id = ? AND (quantity <> 0 OR aux_quantity <> 0 OR amount <> 0)";
 constexpr std::string_view kOpeningSql =
     "SELECT warehouse_id, batch_id, aux_id, quantity, aux_quantity, amount FROM opening_stock "
     "WHERE item_id = ?";
 constexpr std::string_view kBalanceSql =
     "SELECT warehouse_id, batch_id, aux_id, quantity, aux_quantity, amount FROM balance "
-    "WHERE item_id = ? AND period = ?";
+    "WHERE item_id = ? AND period = ? AND (quantity <> 0 OR aux_quantity <> 0 OR amount <> 0)";
 constexpr std::string_view kMovementSql =
     "SELECT warehouse_id, batch_id, aux_id, direction * quantity, direction * aux_quantity, "
     "direction * amount FROM movement WHERE item_id = ? AND date BETWEEN ? AND ?";
@@ -36,7 +37,7 @@ constexpr std::string_view kUnauditedSql =
     "SELECT item_id, warehouse_id, batch_id, aux_id, direction * quantity, direction * aux_quantity "
     "FROM unaudited_movement";
 constexpr std::string_view kBatchSql =
-    "SELECT id, number, production_date, shelf_life_days, expiry_date FROM batch WHERE item_id = ?";
+    "SELECT number, production_date, shelf_life_days, expiry_date FROM batch WHERE id = ?";
 constexpr std::string_view kAuxSql =
     "SELECT id, {number}, name, {selected} FROM base_data WHERE class_id = 10";
 
@@ -236,25 +237,24 @@ void StockCells::ShareOddAmounts() {
   }
 }
 
-void StockCells::LoadBatches() {
-  loaded_ = {.item = item_, .batches = {}};
-  loaded_.batches[0] = {};
-  batchRows_.Bind(item_);
-  while (batchRows_.Step()) {
-    BatchFacts& facts = loaded_.batches[batchRows_.Integer(0)];
-    facts = {.number = batchRows_.Text(1),
-             .produced = OptionalDate(batchRows_, 2),
-             .shelfLifeDays = batchRows_.Int32(3),
-             .expires = OptionalDate(batchRows_, 4)};
-    if (!facts.expires && facts.produced && facts.shelfLifeDays > 0) {
-      facts.expires = facts.produced->AddDays(facts.shelfLifeDays);
-    }
+void StockCells::ReadBatch(std::int64_t id, BatchFacts& facts) {
+  batchRows_.Bind(id);
+  if (!batchRows_.Step()) return;
+  facts = {.number = batchRows_.Text(0),
+           .produced = OptionalDate(batchRows_, 1),
+           .shelfLifeDays = batchRows_.Int32(2),
+           .expires = OptionalDate(batchRows_, 3)};
+  if (!facts.expires && facts.produced && facts.shelfLifeDays > 0) {
+    facts.expires = facts.produced->AddDays(facts.shelfLifeDays);
   }
 }
 
+// One by one: most batches of an item are long gone.
 const BatchFacts& StockCells::Batch(std::int64_t id) {
-  if (loaded_.item != item_ || loaded_.batches.empty()) LoadBatches();
-  return loaded_.batches[id];
+  if (loaded_.item != item_) loaded_ = {.item = item_, .batches = {}};
+  const auto [known, isNew] = loaded_.batches.try_emplace(id);
+  if (isNew && id != 0) ReadBatch(id, known->second);
+  return known->second;
 }
 
 const AuxFacts& StockCells::Aux(std::int64_t id) { return auxes_[id]; }

@@ -108,7 +108,7 @@ class StockCells {
   void DropUnselected();
   bool IsSelected(const Cell& cell);
   void ShareOddAmounts();
-  void LoadBatches();
+  void ReadBatch(std::int64_t id, BatchFacts& facts);
 
   services::Store& store_;
   const std::vector<Warehouse>& warehouses_;
