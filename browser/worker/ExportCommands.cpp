@@ -1,6 +1,8 @@
 // Files for spreadsheets and paper. A file is written beside the session, from what stood there when it was
 // asked for; the user goes on working, and its command is answered when it is whole.
 #include <algorithm>
+#include <cstdint>
+#include <numeric>
 
 #include "browser/worker/Session.h"
 #include "platform/rows/Vector.h"
@@ -28,8 +30,7 @@ exports::PageSetup SetupOf(const Command& command) {
     const std::string& name = command.Text("paper");
     const std::optional<exports::Paper> paper = exports::FindPaper(name);
     if (!paper) {
-      throw RefusedMessage("fields",
-                           "exportReport: there is no paper " + name + ", only " + exports::PaperNames(),
+      throw RefusedMessage("fields", "there is no paper " + name + ", only " + exports::PaperNames(),
                            command.id);
     }
     setup.paper = *paper;
@@ -40,24 +41,21 @@ exports::PageSetup SetupOf(const Command& command) {
   return setup;
 }
 
-// The present view as the page shows it.
-exports::Grid GridOf(const OpenReport& report, const Command& command, const exports::Decimals& decimals) {
+// Rows as the page shows them.
+exports::Grid GridOf(const Vector& header, const platform::Recordset& shown, std::vector<std::uint32_t> rows,
+                     const Command& command, const exports::Decimals& decimals) {
   const auto fields = command.body["fields"].get<std::vector<std::string>>();
   if (fields.empty() || fields.size() > kMostFields) {
     throw RefusedMessage("fields", "fields must name from 1 to " + std::to_string(kMostFields) + " columns",
                          command.id);
   }
-  const Ref<Vector> header = report.object->Get("Header").AsRef<Vector>();
-  if (!header) throw RefusedMessage("failed", "这个报表还没有数据。", command.id);
   const bool emptyForZero = command.Has("emptyForZero") && command.body["emptyForZero"].get<bool>();
-  exports::Grid grid(*header, report.view->Rows(),
-                     {.fields = fields,
-                      .rows = report.view->RowNumbers(),
-                      .decimals = decimals,
-                      .emptyForZero = emptyForZero});
+  exports::Grid grid(
+      header, shown,
+      {.fields = fields, .rows = std::move(rows), .decimals = decimals, .emptyForZero = emptyForZero});
   for (std::size_t i = 0; i < fields.size(); ++i) {
-    const bool shown = i < grid.Columns().size() && grid.Columns()[i].field == fields[i];
-    if (!shown) throw RefusedMessage("failed", "没有这一列：" + fields[i], command.id);
+    const bool shows = i < grid.Columns().size() && grid.Columns()[i].field == fields[i];
+    if (!shows) throw RefusedMessage("failed", "没有这一列：" + fields[i], command.id);
   }
   return grid;
 }
@@ -66,13 +64,36 @@ exports::Grid GridOf(const OpenReport& report, const Command& command, const exp
 
 std::string Session::ExportReport(const Command& command) {
   const OpenReport& report = reports_.WithRows(command);
+  const Ref<Vector> header = report.object->Get("Header").AsRef<Vector>();
+  if (!header) throw RefusedMessage("failed", "这个报表还没有数据。", command.id);
+  const exports::Grid grid =
+      GridOf(*header, report.view->Rows(), report.view->RowNumbers(), command, DecimalsOf(*book_));
+  return BeginExport(command, {.name = report.told["name"].get<std::string>(),
+                               .titleLines = TitleLines(report),
+                               .grid = grid,
+                               .limit = {},
+                               .items = nullptr});
+}
+
+std::string Session::ExportPages(const Command& command) {
+  const LedgerPages& pages = reports_.PagesOf(command);
+  if (pages.Count() == 0) throw RefusedMessage("failed", "没有可以导出的账页。", command.id);
+  const OpenReport& report = reports_.WithRows(command);
+  std::vector<std::uint32_t> rows(pages.Rows().ViewCount());
+  std::iota(rows.begin(), rows.end(), 0U);
+  const exports::Grid grid =
+      GridOf(pages.Header(), pages.Rows(), std::move(rows), command, DecimalsOf(*book_));
+  const exports::ItemPages items(pages.Rows(), {pages.Ends().begin(), pages.Ends().end()});
+  return BeginExport(command, {.name = report.told["name"].get<std::string>(),
+                               .titleLines = {},
+                               .grid = grid,
+                               .limit = {},
+                               .items = &items});
+}
+
+std::string Session::BeginExport(const Command& command, const exports::Sheet& sheet) {
   const exports::PageSetup setup = SetupOf(command);
-  const exports::Grid grid = GridOf(report, command, DecimalsOf(*book_));
-  const exports::Sheet sheet{.name = report.told["name"].get<std::string>(),
-                             .titleLines = TitleLines(report),
-                             .grid = grid,
-                             .limit = {}};
-  StartExport(command, report.id, [&](ExportFile& file, const exports::Progress& progress) {
+  StartExport(command, command.Number("report"), [&](ExportFile& file, const exports::Progress& progress) {
     return file.Write(command.Text("format"), sheet, progress, setup);
   });
   return {};

@@ -155,6 +155,7 @@ std::optional<std::string> Session::Perform(const Command& command) {
       Teller{"fetchSheet", &Session::FetchSheet},
       Teller{"findPage", &Session::FindPage},
       Teller{"exportReport", &Session::ExportReport},
+      Teller{"exportPages", &Session::ExportPages},
       Teller{"readExport", &Session::ReadExport},
       Teller{"queryLookup", &Session::QueryLookup},
       Teller{"getPreference", &Session::GetPreference},

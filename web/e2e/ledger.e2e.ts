@@ -1,5 +1,6 @@
 // The stock ledger: from item to item, what is asked for wrongly, and the pages of all items.
 import { execFileSync } from "node:child_process";
+import { readFileSync } from "node:fs";
 import axe from "axe-core";
 import { afterAll, beforeAll, beforeEach, describe, expect, it } from "vitest";
 import { openBrowser, type OpenBrowser } from "./browser";
@@ -9,7 +10,8 @@ const server = new Server("--items", "60", "--months", "6");
 const kPassword = "Kucun-2026-demo";
 const kQuestion = "所选物料数超过 50 ,所选期间数超过 2 ,取数时间较长,确认继续操作吗?";
 let clerk: OpenBrowser;
-let today = "";
+let today = ""; // the first of this month
+let halfYear = ""; // with the five months before it
 
 beforeAll(async () => {
   run(["user", "add", server.book, "总管"], `${kPassword}\n`);
@@ -19,6 +21,8 @@ beforeAll(async () => {
   clerk = await openBrowser();
   await signIn(clerk, "总管");
   const now = new Date();
+  const then = new Date(now.getFullYear(), now.getMonth() - 5, 1);
+  halfYear = `${then.getFullYear()}-${String(then.getMonth() + 1).padStart(2, "0")}-01`;
   today = `${now.getFullYear()}-${String(now.getMonth() + 1).padStart(2, "0")}-01`;
 });
 afterAll(async () => {
@@ -198,7 +202,7 @@ describe("what is wrongly asked for", () => {
 
 describe("the pages of all items", () => {
   it("are declined with the question, and the page stays", async () => {
-    await open(`?BDate=${Number(today.slice(0, 4)) - 1}-01-01&EDate=${today}`);
+    await open(`?BDate=${halfYear}&EDate=${today}`);
     await place(1);
     await named("ledger.all").click();
     await clerk.page.getByText(kQuestion).waitFor();
@@ -257,6 +261,17 @@ describe("the pages of all items", () => {
     await named("goToItem").fill("没有这个");
     await clerk.page.keyboard.press("Enter");
     await clerk.page.getByText("全部账页里没有“没有这个”。").first().waitFor();
+  });
+  it("become a PDF and a workbook, and go to the printer", async () => {
+    for (const [name, file, head] of [["pagesPdf", "库存商品明细账.pdf", "%PDF-"], ["pagesXlsx", "库存商品明细账.xlsx", "PK"]] as const) {
+      const [download] = await Promise.all([clerk.page.waitForEvent("download"), named(name).click()]);
+      expect(download.suggestedFilename()).toBe(file);
+      expect(readFileSync(await download.path()).subarray(0, head.length).toString("latin1")).toBe(head);
+    }
+    await clerk.page.evaluate(() => (window.print = () => void (document.title = String(document.querySelectorAll("[data-form=ledgerPages] .sheet tbody").length))));
+    const count = /共 ([\d,]+) 页/.exec((await named("pageCount").textContent())!)![1]!;
+    await named("printNow").click();
+    await expect.poll(() => clerk.page.title(), { timeout: 30_000 }).toBe(count);
   });
   it("close with Esc and leave the walk where it was", async () => {
     await clerk.page.keyboard.press("Escape");

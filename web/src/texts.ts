@@ -46,7 +46,7 @@ export const t = {
   // print
   broughtForward: "承前页", carriedForward: "过次页", goToPage: "页码", goToItem: "商品代码或名称", itemPages: (count: number) => `${count.toLocaleString("zh-CN")} 个商品`, noPages: "没有账页：所选商品在这些期间都没有要显示的行。",
   sheetPart: (part: number, parts: number) => `本账页第 ${part} / ${parts} 张`, itemNotFound: (text: string) => `全部账页里没有“${text}”。`, loadingSheet: "正在读取…",
-  tooManySheets: (sheets: number) => `超过 ${sheets.toLocaleString("zh-CN")} 页，请生成 PDF 文件，打开后打印。`,
+  tooManySheets: (sheets: number) => `超过 ${sheets.toLocaleString("zh-CN")} 页，直接生成 PDF 文件；打开后打印。`,
   paper: "纸张", printPages: (count: number) => `共 ${count} 页`, pageOf: (page: number, count: number) => `第 ${page} 页 / 共 ${count} 页`, preparingPrint: "正在准备打印…",
   printAsPdf: (rows: number) => `超过 ${rows.toLocaleString("zh-CN")} 行，不做预览，直接生成 PDF 文件；打开后打印。`, printedAt: "打印时间",
   guideSearch: "在说明中查找", guideMissing: "说明里没有找到。",

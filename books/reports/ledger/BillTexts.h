@@ -29,6 +29,9 @@ class BillTexts {
   void Forget();
   // Texts stay good until the next call. A bill that is not there has none.
   BillText Of(std::int64_t billId);
+  // The end of a reading. A look-up that were left standing on its row would hold the picture of the data
+  // that it was read from, for every reading to come.
+  void Release() { one_.Reset(); }
 
  private:
   // In one place, so that a bill costs memory one visit.

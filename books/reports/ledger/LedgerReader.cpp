@@ -24,6 +24,20 @@ using platform::Variant;
 using services::Kept;
 using services::RowField;
 
+// Ends the look-ups of a reading with it.
+class Released {
+ public:
+  explicit Released(BillTexts& bills) : bills_(bills) {}
+  Released(const Released&) = delete;
+  Released& operator=(const Released&) = delete;
+  Released(Released&&) = delete;
+  Released& operator=(Released&&) = delete;
+  ~Released() { bills_.Release(); }
+
+ private:
+  BillTexts& bills_;
+};
+
 // The item comes last, so that both layouts share their places.
 constexpr RowField kOpeningFields[] = {{"FBatchNo", Kept::kText},
                                        {"FBegQty", Kept::kQuantity},
@@ -304,6 +318,7 @@ void LedgerReader::ReadItem(std::int32_t itemId, std::int32_t firstPeriod, std::
 void LedgerReader::Read(std::int32_t itemId, std::int32_t firstPeriod, std::int32_t lastPeriod,
                         const Variant& filter, ItemLedger& ledger) {
   const Transaction picture(store_.Reading(), Transaction::Kind::kRead);
+  const Released released(bills_);
   Renew(filter);
   auto isFull = [](const LedgerRows& rows) { return !rows.rows || rows.rows->RecordCount() >= kManyRows; };
   if (isFull(ledger.opening) || isFull(ledger.happened) || isFull(ledger.closing)) ledger = NewLedger();
@@ -313,6 +328,7 @@ void LedgerReader::Read(std::int32_t itemId, std::int32_t firstPeriod, std::int3
 ItemLedger LedgerReader::ReadAll(const std::vector<std::int32_t>& items, std::int32_t period,
                                  const Variant& filter) {
   const Transaction picture(store_.Reading(), Transaction::Kind::kRead);
+  const Released released(bills_);
   Renew(filter);
   ItemLedger ledger = NewLedger();
   for (const std::int32_t item : items) ReadItem(item, period, period, ledger);

@@ -150,6 +150,37 @@ TEST_F(Ledger, AllPagesAreReadSheetBySheet) {
   EXPECT_EQ(page.Do("fetchSheet", SheetOf(report, 0, 0, 10))["code"], "failed") << "fetched anew";
 }
 
+TEST_F(Ledger, AllPagesAreWrittenAsAFile) {
+  const Served served({"--book", Book()});
+  Page page(served.Port());
+  const Json report = OpenAll(page);
+  const auto wish = [&](const char* format, Json fields) {
+    return Json{{"report", report["report"]}, {"format", format}, {"fields", std::move(fields)}};
+  };
+  EXPECT_EQ(page.Do("exportPages", wish("pdf", {"FDate"}))["code"], "failed") << "before they were made";
+  MakePages(page, report, "ok");
+  for (const char* format : {"pdf", "xlsx"}) {
+    const Json written =
+        page.Do("exportPages", wish(format, {"FDate", "FTranTypeName", "FInQty", "FBalQty"}));
+    ASSERT_EQ(written["type"], "exported") << written.dump();
+    EXPECT_EQ(page.Passed().front()["type"], "exportProgress");
+    const Json part = page.Do("readExport", {{"export", written["export"]}, {"start", 0}});
+    const std::string head = part["data"].get<std::string>().substr(0, 4);
+    EXPECT_EQ(head, std::string(format) == "pdf" ? "JVBE" : "UEsD") << format;
+  }
+  EXPECT_EQ(page.Do("exportPages", wish("pdf", Json::array()))["code"], "fields");
+  EXPECT_EQ(page.Do("exportPages", wish("pdf", {"FNoSuchField"}))["code"], "failed");
+  Json paper = wish("pdf", {"FDate"});
+  paper["paper"] = "A99";
+  EXPECT_EQ(page.Do("exportPages", paper)["code"], "fields");
+  // While a file is written, what reads is served, and the writing can be ended.
+  page.Send("exportPages", wish("pdf", {"FDate", "FTranTypeName"}));
+  page.Send("fetchSheet", SheetOf(report, 3, 0, 5));
+  page.Send("cancelExport");
+  EXPECT_EQ(page.Await("sheet")["page"], 3);
+  EXPECT_EQ(page.Await("exported")["export"], 0);
+}
+
 TEST_F(Ledger, ADeclinedOrCancelledOutputLeavesThePage) {
   const Served served({"--book", Book()});
   Page page(served.Port());

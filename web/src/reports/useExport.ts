@@ -42,11 +42,17 @@ interface Run {
   share: number; // of the work, as far as it is known here
 }
 
+// All pages of a ledger go the same way, on the paper that they are looked at on.
+export interface PagesSetup {
+  paper: string;
+  orientation: "portrait" | "landscape";
+}
+
 export interface Exporter {
   running: ComputedRef<FileFormat | null>;
   name: ComputedRef<string>;
   percent: ComputedRef<number>;
-  write(ready: Pick<ReportReadyMessage, "report" | "name">, format: FileFormat, columns: readonly GridColumn[], emptyForZero: boolean): Promise<void>;
+  write(ready: Pick<ReportReadyMessage, "report" | "name">, format: FileFormat, columns: readonly GridColumn[], emptyForZero: boolean, allPages?: PagesSetup): Promise<void>;
   cancel(): void;
 }
 
@@ -59,10 +65,10 @@ function makeExporter(session: Session): Exporter {
     return Math.floor(100 * (run?.writing ? written : (run?.share ?? 0)));
   });
 
-  async function fetched(run: Run, command: Omit<ExportReportCommand, "type" | "id">): Promise<BlobPart[]> {
+  async function fetched(run: Run, type: "exportReport" | "exportPages", command: Omit<ExportReportCommand, "type" | "id">): Promise<BlobPart[]> {
     session.state.exporting = null;
     run.writing = true;
-    const { export: file, size } = await session.line.ask("exportReport", command);
+    const { export: file, size } = await session.line.ask(type, command);
     run.writing = false;
     run.goes &&= file !== 0;
     const parts: BlobPart[] = [];
@@ -78,15 +84,15 @@ function makeExporter(session: Session): Exporter {
     return parts;
   }
 
-  async function write(ready: Pick<ReportReadyMessage, "report" | "name">, format: FileFormat, columns: readonly GridColumn[], emptyForZero: boolean): Promise<void> {
+  async function write(ready: Pick<ReportReadyMessage, "report" | "name">, format: FileFormat, columns: readonly GridColumn[], emptyForZero: boolean, allPages?: PagesSetup): Promise<void> {
     if (state.run) return session.onNotice(t.exportBusy);
     state.run = { format, name: ready.name, goes: true, writing: false, share: 0 };
     const { run } = state;
-    const { paper, orientation } = preferences;
+    const { paper, orientation } = allPages ?? preferences;
     const pages = format === "pdf" ? { paper, orientation } : {};
     try {
       const fields = columns.map((column) => column.field);
-      const parts = await fetched(run, { report: ready.report, format, fields, emptyForZero, ...pages });
+      const parts = await fetched(run, allPages ? "exportPages" : "exportReport", { report: ready.report, format, fields, emptyForZero, ...pages });
       if (run.goes) saveFile(fileName(run.name, format), parts, kTypes[format]);
     } catch (error) {
       session.tell(error);

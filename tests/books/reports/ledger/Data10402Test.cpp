@@ -92,6 +92,10 @@ class Data10402Test : public ::testing::Test {
                    {"FDate", "FBillNo", "FTranTypeName", "FInQty", "FInPrice", "FInAmount", "FOutQty",
                     "FOutPrice", "FOutAmount"});
   }
+  // By somebody else, while the book is open here.
+  void Write(const std::string& statement) {
+    books::schema::OpenBook(file_, books::database::Access::kReadWrite).RunScript(statement);
+  }
   const books::Book& book() {
     if (!book_) book_ = books::Book::Open(file_);
     return *book_;
@@ -322,6 +326,20 @@ TEST_F(Data10402Test, AChangedFilterOrAnEarlierPeriodIsReadAnew) {
   EXPECT_THAT(Closing(*Period(kJuice, 2025, 2, filter)), ElementsAre(" 17 40.9425 0"));
   EXPECT_EQ(Movements(*Period(kJuice, 2025, 1, filter)).size(), 1U);
   EXPECT_THAT(Closing(*Period(kCandy, 2025, 2, filter)), IsEmpty()) << "another item";
+}
+
+// A page with a single movement looks its one bill up; that must not hold on to the picture it was read from.
+TEST_F(Data10402Test, WhatIsWrittenAfterAPageIsInTheNextOne) {
+  const Ref<Dictionary> filter =
+      FilterOf({{"EYear", 2025}, {"EPeriod", 1}, {"BStockNumber", "02"}, {"EStockNumber", "02"}});
+  const auto notes = [&] {
+    return LinesOf(*Period(kJuice, 2025, 1, filter)->Value("rsHappen").AsRef<Recordset>(), {"FNote"});
+  };
+  const std::vector<std::string> before = notes();
+  ASSERT_EQ(before.size(), 1U);
+  ASSERT_NE(before[0], "补录");
+  Write("UPDATE bill SET explanation = '补录'");
+  EXPECT_THAT(notes(), ElementsAre("补录"));
 }
 
 }  // namespace
