@@ -68,7 +68,7 @@ std::string Session::ExportReport(const Command& command) {
   if (!header) throw RefusedMessage("failed", "这个报表还没有数据。", command.id);
   const exports::Grid grid =
       GridOf(*header, report.view->Rows(), report.view->RowNumbers(), command, DecimalsOf(*book_));
-  return WriteExport(command, {.name = report.told["name"].get<std::string>(),
+  return BeginExport(command, {.name = report.told["name"].get<std::string>(),
                                .titleLines = TitleLines(report),
                                .grid = grid,
                                .limit = {},
@@ -84,14 +84,14 @@ std::string Session::ExportPages(const Command& command) {
   const exports::Grid grid =
       GridOf(pages.Header(), pages.Rows(), std::move(rows), command, DecimalsOf(*book_));
   const exports::ItemPages items(pages.Rows(), {pages.Ends().begin(), pages.Ends().end()});
-  return WriteExport(command, {.name = report.told["name"].get<std::string>(),
+  return BeginExport(command, {.name = report.told["name"].get<std::string>(),
                                .titleLines = {},
                                .grid = grid,
                                .limit = {},
                                .items = &items});
 }
 
-std::string Session::WriteExport(const Command& command, const exports::Sheet& sheet) {
+std::string Session::BeginExport(const Command& command, const exports::Sheet& sheet) {
   const exports::PageSetup setup = SetupOf(command);
   StartExport(command, command.Number("report"), [&](ExportFile& file, const exports::Progress& progress) {
     return file.Write(command.Text("format"), sheet, progress, setup);

@@ -76,7 +76,8 @@ class Session {
   // Files, in ExportCommands.cpp.
   std::string ExportReport(const Command& command);
   std::string ExportPages(const Command& command);
-  std::string WriteExport(const Command& command, const exports::Sheet& sheet);
+  // Of a sheet that lives as long as the call.
+  std::string BeginExport(const Command& command, const exports::Sheet& sheet);
   // Begins to write a file beside the session; `exported` answers the command once it is written. One at a
   // time: raises RefusedMessage while another one is being written.
   void StartExport(const Command& command, std::int32_t report, const ExportJob::Write& write);

@@ -3,7 +3,7 @@
 // it knows of the file outside of the report's pane.
 import { computed, reactive, type ComputedRef } from "vue";
 import type { GridColumn } from "../grid/columns";
-import type { ExportedMessage, ExportReportCommand, ReportReadyMessage } from "../protocol";
+import type { ExportReportCommand, ReportReadyMessage } from "../protocol";
 import { preferences } from "../session/preferences";
 import type { Session } from "../session/Session";
 import { t } from "../texts";
@@ -42,8 +42,8 @@ interface Run {
   share: number; // of the work, as far as it is known here
 }
 
-// All pages of a ledger, on the paper that they are looked at on.
-export interface PagesWish {
+// All pages of a ledger go the same way, on the paper that they are looked at on.
+export interface PagesSetup {
   paper: string;
   orientation: "portrait" | "landscape";
 }
@@ -52,7 +52,7 @@ export interface Exporter {
   running: ComputedRef<FileFormat | null>;
   name: ComputedRef<string>;
   percent: ComputedRef<number>;
-  write(ready: Pick<ReportReadyMessage, "report" | "name">, format: FileFormat, columns: readonly GridColumn[], emptyForZero: boolean, allPages?: PagesWish): Promise<void>;
+  write(ready: Pick<ReportReadyMessage, "report" | "name">, format: FileFormat, columns: readonly GridColumn[], emptyForZero: boolean, allPages?: PagesSetup): Promise<void>;
   cancel(): void;
 }
 
@@ -65,10 +65,10 @@ function makeExporter(session: Session): Exporter {
     return Math.floor(100 * (run?.writing ? written : (run?.share ?? 0)));
   });
 
-  async function fetched(run: Run, asked: () => Promise<ExportedMessage>): Promise<BlobPart[]> {
+  async function fetched(run: Run, type: "exportReport" | "exportPages", command: Omit<ExportReportCommand, "type" | "id">): Promise<BlobPart[]> {
     session.state.exporting = null;
     run.writing = true;
-    const { export: file, size } = await asked();
+    const { export: file, size } = await session.line.ask(type, command);
     run.writing = false;
     run.goes &&= file !== 0;
     const parts: BlobPart[] = [];
@@ -84,7 +84,7 @@ function makeExporter(session: Session): Exporter {
     return parts;
   }
 
-  async function write(ready: Pick<ReportReadyMessage, "report" | "name">, format: FileFormat, columns: readonly GridColumn[], emptyForZero: boolean, allPages?: PagesWish): Promise<void> {
+  async function write(ready: Pick<ReportReadyMessage, "report" | "name">, format: FileFormat, columns: readonly GridColumn[], emptyForZero: boolean, allPages?: PagesSetup): Promise<void> {
     if (state.run) return session.onNotice(t.exportBusy);
     state.run = { format, name: ready.name, goes: true, writing: false, share: 0 };
     const { run } = state;
@@ -92,9 +92,7 @@ function makeExporter(session: Session): Exporter {
     const pages = format === "pdf" ? { paper, orientation } : {};
     try {
       const fields = columns.map((column) => column.field);
-      const wish = { report: ready.report, fields, emptyForZero, ...pages };
-      const asked = () => (allPages && format !== "csv" ? session.line.ask("exportPages", { ...wish, format }) : session.line.ask("exportReport", { ...wish, format }));
-      const parts = await fetched(run, asked);
+      const parts = await fetched(run, allPages ? "exportPages" : "exportReport", { report: ready.report, format, fields, emptyForZero, ...pages });
       if (run.goes) saveFile(fileName(run.name, format), parts, kTypes[format]);
     } catch (error) {
       session.tell(error);
