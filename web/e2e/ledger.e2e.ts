@@ -214,6 +214,7 @@ describe("the pages of all items", () => {
     await place(1);
   });
   it("are cancelled while they are made", async () => {
+    await open(`?BDate=1990-01-01&EDate=${today}`); // takes long enough
     await named("ledger.all").click();
     await clerk.page.locator("[data-answer=ok]:focus").waitFor();
     await clerk.page.keyboard.press("Enter");
@@ -226,6 +227,10 @@ describe("the pages of all items", () => {
     await place(2);
   });
   it("begin each item on a sheet of its own, and carry totals on long ones", async () => {
+    await open(`?BDate=${halfYear}&EDate=${today}`);
+    await clerk.page.locator(".grid:visible").focus();
+    await clerk.page.keyboard.press("Control+PageDown");
+    await place(2);
     await openPages();
     const lines = (number: number) => sheet(number).locator("tbody tr");
     expect(await sheet(0).locator(".lines span").count()).toBe(7);
