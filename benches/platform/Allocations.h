@@ -16,7 +16,7 @@ class AllocationPeak {
   AllocationPeak(const AllocationPeak&) = delete;
   AllocationPeak& operator=(const AllocationPeak&) = delete;
 
-  // NOLINTNEXTLINE(readability-convert-member-functions-to-static): it means nothing unless one of these lives
+  // NOLINTNEXTLINE(readability-convert-member-functions-to-static): means nothing without one
   double Megabytes() const;
 };
 
