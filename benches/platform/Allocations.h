@@ -16,8 +16,7 @@ class AllocationPeak {
   AllocationPeak(const AllocationPeak&) = delete;
   AllocationPeak& operator=(const AllocationPeak&) = delete;
 
-  // Not static: it means something only while one of these lives.
-  // NOLINTNEXTLINE(readability-convert-member-functions-to-static)
+  // NOLINTNEXTLINE(readability-convert-member-functions-to-static): means nothing without one
   double Megabytes() const;
 };
 

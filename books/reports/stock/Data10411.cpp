@@ -221,6 +221,8 @@ platform::Ref<platform::Recordset> ReadShelfLife(services::Store& store, const p
   const Order order = OrderOf(asked);
   const std::vector<Warehouse> warehouses = ChooseWarehouses(store, asked, "t3");
   Conditions chosen = ItemConditions(asked, store.UsesShortNumbers());
+  // Few items have batches at all; the others need not be read.
+  chosen.Add({.sql = "EXISTS (SELECT 1 FROM batch t WHERE t.item_id = i.id)", .parameters = {}});
   if (FlagOf(asked, "chkHideForbiddenGood")) chosen.Add({.sql = "b.disabled = 0", .parameters = {}});
   const StockItems items(store, chosen, {.sql = "b.number, b.id"}, {});
   StockCells cells(store, warehouses, {});
