@@ -6,22 +6,11 @@
 #include <string_view>
 #include <vector>
 
+#include "exports/LedgerTotals.h"
 #include "platform/rows/Recordset.h"
 #include "platform/rows/Vector.h"
-#include "platform/value/Currency.h"
 
 namespace browser {
-
-// What a sheet of a ledger hands on to the next one: receipts and issues of the period so far, and the
-// balance after the last row.
-struct CarriedTotals {
-  double inQuantity = 0;
-  platform::Currency inAmount;
-  double outQuantity = 0;
-  platform::Currency outAmount;
-  double balanceQuantity = 0;
-  platform::Currency balanceAmount;
-};
 
 // The pages of all items as a report made them in one recordset: which rows are whose, and what stands over
 // them. Rows are numbered within the whole; pages count from 0.
@@ -44,7 +33,7 @@ class LedgerPages {
   // this text, letters of any case.
   std::optional<std::size_t> Find(std::string_view text, std::size_t start) const;
   // As it stands before row `row` of the page; both ends of a page have none.
-  std::optional<CarriedTotals> CarriedTo(std::size_t page, std::size_t row) const;
+  std::optional<exports::LedgerTotals> CarriedTo(std::size_t page, std::size_t row) const;
 
  private:
   bool HoldsText(std::size_t page, std::string_view text) const;

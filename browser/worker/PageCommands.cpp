@@ -1,8 +1,9 @@
 // All pages of a ledger: made once by the report, then read sheet by sheet, each with what is carried to it
 // and on from it.
 #include <algorithm>
-#include <array>
+#include <set>
 
+#include "browser/worker/FormText.h"
 #include "browser/worker/RowText.h"
 #include "browser/worker/Session.h"
 
@@ -12,20 +13,22 @@ namespace {
 constexpr std::int32_t kMostRows = 500;
 constexpr std::size_t kMostFields = 400;
 
-bool IsForbidden(const LedgerPages& pages, std::string_view field) {
-  const Json columns = ColumnsOf(pages.Header(), pages.Rows());
-  return std::ranges::any_of(columns, [&](const Json& column) {
-    return column["forceHide"].get<bool>() && column["field"].get_ref<const std::string&>() == field;
-  });
+std::set<std::string> ForbiddenFields(const LedgerPages& pages) {
+  std::set<std::string> fields;
+  for (const Json& column : ColumnsOf(pages.Header(), pages.Rows())) {
+    if (column["forceHide"].get<bool>()) fields.insert(column["field"].get<std::string>());
+  }
+  return fields;
 }
 
 std::vector<std::optional<std::size_t>> FieldsOf(const LedgerPages& pages, const Command& command) {
-  std::vector<std::optional<std::size_t>> columns;
   const Json& fields = command.body["fields"];
   if (fields.size() > kMostFields) throw RefusedMessage("fields", "too many fields", command.id);
+  const std::set<std::string> forbidden = ForbiddenFields(pages);
+  std::vector<std::optional<std::size_t>> columns;
   for (const Json& field : fields) {
     const auto& name = field.get_ref<const std::string&>();
-    if (IsForbidden(pages, name)) throw RefusedMessage("failed", "没有这一列：" + name, command.id);
+    if (forbidden.contains(name)) throw RefusedMessage("failed", "没有这一列：" + name, command.id);
     columns.push_back(pages.Rows().FindField(name));
   }
   return columns;
@@ -37,14 +40,10 @@ std::size_t NotNegative(const Command& command, const char* field) {
   return static_cast<std::size_t>(number);
 }
 
-// Without prices: those of a sum say nothing.
-Json CarriedCells(const std::optional<CarriedTotals>& totals, const Json& fields) {
+Json CarriedCells(const std::optional<exports::LedgerTotals>& totals, const Json& fields) {
   if (!totals) return nullptr;
-  const Json cells = {{"FInQty", totals->inQuantity},       {"FInAmount", totals->inAmount.ToText()},
-                      {"FOutQty", totals->outQuantity},     {"FOutAmount", totals->outAmount.ToText()},
-                      {"FBalQty", totals->balanceQuantity}, {"FBalAmount", totals->balanceAmount.ToText()}};
   Json values = Json::array();
-  for (const Json& field : fields) values.push_back(cells.value(field.get<std::string>(), Json()));
+  for (const Json& field : fields) values.push_back(CellOf(totals->Of(field.get_ref<const std::string&>())));
   return values;
 }
 

@@ -1,9 +1,11 @@
 import { describe, expect, it } from "vitest";
 import { standardColumns } from "../src/grid/columns";
 import { ledgerCapacity, paperWidth, rowsOfSheet, scaleToFit, SheetPlan, sheetsDown, textMillimetres } from "../src/print/ledgerSheets";
-import { kPapers } from "../src/print/pages";
+import { papersOf } from "../src/print/pages";
 import { moveOfKey } from "../src/reports/ledgerKeys";
 import { apply, newState } from "../src/session/state";
+
+const kA4 = papersOf([{ name: "A4", width: 210, height: 297 }]);
 
 describe("rows of a page on sheets", () => {
   it.each([
@@ -58,10 +60,10 @@ describe("columns on a sheet", () => {
     expect(paperWidth(text!, ["长".repeat(50)])).toBe(60);
   });
   it.each([[[100, 100], 1], [[200, 100], 0.91], [[300, 100], 1]])("%j of them, set at %d", (widths, scale) => {
-    expect(scaleToFit(widths as number[], kPapers["A4 横向"]!)).toBeCloseTo(scale as number, 2);
+    expect(scaleToFit(widths as number[], kA4["A4 横向"]!)).toBeCloseTo(scale as number, 2);
   });
   it("leave room for more lines without a second heading line", () => {
-    const a4 = kPapers["A4 横向"]!;
+    const a4 = kA4["A4 横向"]!;
     expect(ledgerCapacity(a4, 7, false)).toBeGreaterThan(ledgerCapacity(a4, 7, true));
     expect(ledgerCapacity({ width: 50, height: 60, margin: 10 }, 11, true)).toBe(5);
   });

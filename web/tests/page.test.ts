@@ -1,7 +1,7 @@
 import { describe, expect, it } from "vitest";
 import { standardColumns } from "../src/grid/columns";
 import { readChapters } from "../src/help/markdown";
-import { columnStrips, kPapers, rowsAPage } from "../src/print/pages";
+import { columnStrips, papersOf, rowsAPage } from "../src/print/pages";
 import { readAddress, writeAddress } from "../src/reports/address";
 import { initialsOf, matchesSearch } from "../src/reports/search";
 import type { ReportReadyMessage } from "../src/protocol";
@@ -26,6 +26,8 @@ describe("finding a report", () => {
   });
 });
 
+const a4 = papersOf([{ name: "A4", width: 210, height: 297 }]);
+
 describe("sheets of paper", () => {
   const column = (field: string, caption = `${field}$`) => ({ caption, second: "数量", type: 2, field, visible: true, forceHide: false });
   const columns = standardColumns([column("K1"), column("K2"), column("A", "期初+|+|"), column("B", ""), column("C", ""), column("D", "收入+|+|"), column("E", ""), column("F", "")]);
@@ -36,7 +38,7 @@ describe("sheets of paper", () => {
     expect(strips.flat()).toEqual([0, 1, 2, 3, 4, 5, 6, 7]);
     expect(strips.length).toBeGreaterThan(3);
   });
-  it("hold more rows upright", () => expect(rowsAPage(kPapers["A4 纵向"]!, 2)).toBeGreaterThan(rowsAPage(kPapers["A4 横向"]!, 2)));
+  it("hold more rows upright", () => expect(rowsAPage(a4["A4 纵向"]!, 2)).toBeGreaterThan(rowsAPage(a4["A4 横向"]!, 2)));
 });
 
 describe("the session's messages", () => {

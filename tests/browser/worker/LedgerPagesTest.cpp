@@ -48,10 +48,16 @@ LedgerPages PagesOf(const std::vector<Row>& rows, const std::vector<std::int32_t
     all->AppendField(std::string("F") + group + "Qty", FieldType::kDouble);
     all->AppendField(std::string("F") + group + "Amount", FieldType::kCurrency);
   }
+  all->AppendField("FYear", FieldType::kInt16);
+  all->AppendField("FPeriod", FieldType::kInt16);
   all->AppendField("FTitle1", FieldType::kText, 355);
   all->AppendField("FTitle2", FieldType::kText, 355);
   all->Open();
+  std::int32_t period = 0;
+  std::int32_t before = kClosing;
   for (const Row& row : rows) {
+    if (row.kind == kOpening && before != kOpening) ++period;
+    before = row.kind;
     all->AddNew();
     all->SetInteger(0, row.kind);
     all->SetInteger(1, row.kind == kMovement ? 0 : 101);
@@ -60,7 +66,9 @@ LedgerPages PagesOf(const std::vector<Row>& rows, const std::vector<std::int32_t
       all->SetDouble(column++, quantity);
       all->SetCurrency(column++, Worth(quantity));
     }
-    all->SetText(8, row.title);
+    all->SetInteger(column++, 2026);
+    all->SetInteger(column++, period);
+    all->SetText(column, row.title);
     all->Update();
   }
   const Ref<Recordset> breaks = MakeRef<Recordset>();
@@ -91,14 +99,11 @@ const std::vector<Row>& TwoItems() {
   return kRows;
 }
 
-std::string Told(const std::optional<CarriedTotals>& totals) {
+std::string Told(const std::optional<exports::LedgerTotals>& totals) {
   if (!totals) return "none";
-  auto part = [](double quantity, Currency amount) {
-    return std::to_string(static_cast<int>(quantity)) + "/" + amount.ToText();
-  };
-  return "in " + part(totals->inQuantity, totals->inAmount) + " out " +
-         part(totals->outQuantity, totals->outAmount) + " balance " +
-         part(totals->balanceQuantity, totals->balanceAmount);
+  auto text = [&](const char* field) { return platform::ToText(totals->Of(field)); };
+  return "in " + text("FInQty") + "/" + text("FInAmount") + " out " + text("FOutQty") + "/" +
+         text("FOutAmount") + " balance " + text("FBalQty") + "/" + text("FBalAmount");
 }
 
 TEST(LedgerPages, CarryReceiptsAndIssuesOfThePeriodAndTheBalance) {

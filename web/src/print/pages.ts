@@ -2,6 +2,7 @@
 // repeat the key columns. Sizes are in millimetres.
 import type { GridColumn } from "../grid/columns";
 import { headingSpans } from "../grid/headings";
+import type { Paper as PaperSize } from "../protocol";
 
 export interface Paper {
   width: number;
@@ -9,11 +10,15 @@ export interface Paper {
   margin: number;
 }
 
-export const kPapers: Record<string, Paper> = {
-  "A4 纵向": { width: 210, height: 297, margin: 12 },
-  "A4 横向": { width: 297, height: 210, margin: 12 },
-  "A3 横向": { width: 420, height: 297, margin: 12 },
-};
+const kMargin = 12;
+
+// Sizes of paper, upright and lying, by the name that a clerk chooses them by.
+export function papersOf(sizes: readonly PaperSize[]): Record<string, Paper> {
+  return Object.fromEntries(sizes.flatMap(({ name, width, height }) => [
+    [`${name} 纵向`, { width, height, margin: kMargin }],
+    [`${name} 横向`, { width: height, height: width, margin: kMargin }],
+  ]));
+}
 
 // More rows than these make more sheets than a browser prints in reasonable time.
 export const kMostPrinted = 5000;
