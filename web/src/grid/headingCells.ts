@@ -121,6 +121,9 @@ export class Headings {
       cell.remove();
       this.scrolledCells.delete(name);
     }
+    // A row without cells is none to a screen reader.
+    const { element, scrolled } = this.lower;
+    element.hidden = scrolled.childElementCount === 0 && element.childElementCount === 1;
   }
 
   private lineOf(at: number): HeadLine {
