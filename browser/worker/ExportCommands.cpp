@@ -104,11 +104,8 @@ void Session::StartExport(const Command& command, std::int32_t report, const Exp
     throw RefusedMessage("failed", "另一个文件正在导出，请等它完成，或者先取消它。", command.id);
   }
   export_.reset();
-  ExportFile file(++lastExport_);
-  running_.reset(new RunningExport{.command = command.id,
-                                   .report = report,
-                                   .file = lastExport_,
-                                   .job = ExportJob(std::move(file), write, wire_.Descriptor())});
+  running_ =
+      std::make_unique<RunningExport>(command, report, ExportFile(++lastExport_), write, wire_.Descriptor());
 }
 
 void Session::FollowExport() {

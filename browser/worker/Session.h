@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "browser/protocol/Command.h"
 #include "browser/wire/Wire.h"
@@ -107,9 +108,12 @@ class Session {
   bool busy_ = false;           // an idle command is under way
   std::optional<ExportFile> export_;
   struct RunningExport {
+    RunningExport(const Command& asked, std::int32_t ofReport, ExportFile file, const ExportJob::Write& write,
+                  int foreign)
+        : command(asked.id), report(ofReport), job(std::move(file), write, foreign) {}
+
     std::optional<std::int64_t> command;
-    std::int32_t report = 0;
-    std::int32_t file = 0;
+    std::int32_t report;
     ExportJob job;
   };
   std::unique_ptr<RunningExport> running_;
