@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <deque>
 #include <tuple>
 #include <utility>
 
@@ -68,11 +69,12 @@ constexpr std::array<NamedField, kSumSort + 1> kFields = {{
     {"FSumSort", FieldType::kInt32},
 }};
 
+// Small, as many are sorted. Batches stay where they are kept, auxiliary properties with the cells.
 struct Line {
   std::size_t item = 0;  // place in the list of items
   std::size_t warehouse = 0;
-  std::string aux;
-  BatchFacts batch;
+  const std::string* aux = nullptr;
+  const BatchFacts* batch = nullptr;
   std::int32_t overdays = 0;
   Figures figures;
 };
@@ -105,7 +107,9 @@ std::size_t GroupOf(const Line& line, GroupedBy by) {
   return by == GroupedBy::kItem ? line.item : line.warehouse;
 }
 
-std::vector<Line> LinesOf(const std::vector<StockItem>& items, StockCells& cells, platform::Date due) {
+// The lines' batches are added to `kept`.
+std::vector<Line> LinesOf(const std::vector<StockItem>& items, StockCells& cells, platform::Date due,
+                          std::deque<BatchFacts>& kept) {
   std::vector<Line> lines;
   for (std::size_t i = 0; i < items.size(); ++i) {
     for (const Cell& cell : cells.Of(items[i].id)) {
@@ -114,8 +118,8 @@ std::vector<Line> LinesOf(const std::vector<StockItem>& items, StockCells& cells
       if (!batch.expires) continue;
       lines.push_back({.item = i,
                        .warehouse = cell.warehouse,
-                       .aux = cells.Aux(cell.aux).name,
-                       .batch = batch,
+                       .aux = &cells.Aux(cell.aux).name,
+                       .batch = &kept.emplace_back(batch),
                        .overdays = due.Days() - batch.expires->Days(),
                        .figures = cell.figures});
     }
@@ -132,8 +136,8 @@ void Sort(std::vector<Line>& lines, GroupedBy by, Order order) {
     const std::int64_t rightKey = order.key(right);
     if (leftKey != rightKey) return order.descending ? leftKey > rightKey : leftKey < rightKey;
     // Equal lines: what has expired first.
-    return std::forward_as_tuple(left.item, right.overdays, left.batch.number, left.warehouse, left.aux) <
-           std::forward_as_tuple(right.item, left.overdays, right.batch.number, right.warehouse, right.aux);
+    return std::forward_as_tuple(left.item, right.overdays, left.batch->number, left.warehouse, *left.aux) <
+           std::forward_as_tuple(right.item, left.overdays, right.batch->number, right.warehouse, *right.aux);
   });
 }
 
@@ -148,14 +152,14 @@ class ShelfLifeRows {
     SetWarehouse(line);
     SetItem(item);
     to_.SetText(kModel, item.model);
-    to_.SetText(kAuxPropName, line.aux);
+    to_.SetText(kAuxPropName, *line.aux);
     to_.SetText(kUnitName, item.unit);
     to_.SetText(kSecUnitName, item.auxUnit);
     if (!item.auxUnit.empty()) to_.SetDouble(kSecQty, AsQuantity(line.figures.auxQuantity));
-    to_.SetText(kBatchNo, line.batch.number);
-    if (line.batch.produced) to_.SetDate(kProduced, *line.batch.produced);
-    to_.SetInteger(kPeriod, line.batch.shelfLifeDays);
-    to_.SetDate(kExpires, *line.batch.expires);
+    to_.SetText(kBatchNo, line.batch->number);
+    if (line.batch->produced) to_.SetDate(kProduced, *line.batch->produced);
+    to_.SetInteger(kPeriod, line.batch->shelfLifeDays);
+    to_.SetDate(kExpires, *line.batch->expires);
     to_.SetInteger(kOverdays, line.overdays);
     Commit(line.figures, 0);
   }
@@ -226,7 +230,8 @@ platform::Ref<platform::Recordset> ReadShelfLife(services::Store& store, const p
   if (FlagOf(asked, "chkHideForbiddenGood")) chosen.Add({.sql = "b.disabled = 0", .parameters = {}});
   const StockItems items(store, chosen, {.sql = "b.number, b.id"}, {});
   StockCells cells(store, warehouses, {});
-  std::vector<Line> lines = LinesOf(items.All(), cells, due);
+  std::deque<BatchFacts> batches;
+  std::vector<Line> lines = LinesOf(items.All(), cells, due, batches);
   Sort(lines, by, order);
 
   auto rows = platform::MakeRef<platform::Recordset>();
