@@ -15,6 +15,7 @@
 #include "exports/Pdf.h"
 #include "exports/Xlsx.h"
 #include "platform/rows/Dictionary.h"
+#include "platform/system/Process.h"
 #include "platform/value/Error.h"
 
 namespace {
@@ -113,8 +114,7 @@ class Exports : public testing::Test {
   }
 
   std::filesystem::path file_ =
-      std::filesystem::temp_directory_path() /
-      (std::string("exports-") + testing::UnitTest::GetInstance()->current_test_info()->name());
+      std::filesystem::temp_directory_path() / ("exports-" + std::to_string(platform::ProcessId()));
   Ref<Vector> header_ = HeaderOf({{"商品名称$", "", "1", "FName"},
                                   {"结存+|", "数量", "2", "FQty"},
                                   {"", "金额", "6", "FBal"},

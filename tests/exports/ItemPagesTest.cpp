@@ -14,6 +14,7 @@
 #include "exports/Pdf.h"
 #include "exports/Xlsx.h"
 #include "platform/rows/Dictionary.h"
+#include "platform/system/Process.h"
 #include "platform/value/Clock.h"
 
 namespace {
@@ -129,7 +130,8 @@ class LedgerExport : public testing::Test {
     return text;
   }
 
-  std::filesystem::path file_ = std::filesystem::temp_directory_path() / "item-pages-test";
+  std::filesystem::path file_ =
+      std::filesystem::temp_directory_path() / ("item-pages-" + std::to_string(platform::ProcessId()));
   Ref<Vector> header_ = MakeRef<Vector>();
   Ref<Recordset> rows_ = MakeRef<Recordset>();
   std::vector<std::string> figures_;

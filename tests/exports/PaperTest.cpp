@@ -8,6 +8,7 @@
 #include "exports/Paper.h"
 #include "exports/Pdf.h"
 #include "platform/rows/Dictionary.h"
+#include "platform/system/Process.h"
 
 namespace {
 
@@ -55,7 +56,8 @@ std::string PagesOf(int columnCount, const exports::PageSetup& setup) {
   }
   rows->Open();
   const exports::Grid grid(*header, *rows);
-  const std::filesystem::path file = std::filesystem::temp_directory_path() / "paper-test.pdf";
+  const std::filesystem::path file =
+      std::filesystem::temp_directory_path() / ("paper-" + std::to_string(platform::ProcessId()) + ".pdf");
   EXPECT_TRUE(
       exports::WritePdf(file, {.name = "表", .titleLines = {}, .grid = grid, .limit = {}}, {}, setup));
   std::ifstream in(file, std::ios::binary);
