@@ -18,6 +18,7 @@ class ItemPages {
   ItemPages(const platform::Recordset& rows, const std::vector<std::int32_t>& ends);
 
   std::size_t Count() const { return ends_.size(); }
+  const std::vector<std::size_t>& Ends() const { return ends_; }
   std::size_t Begin(std::size_t item) const { return item == 0 ? 0 : ends_[item - 1]; }
   std::size_t End(std::size_t item) const { return ends_[item]; }
   std::vector<std::string> TitleLines(std::size_t item) const;

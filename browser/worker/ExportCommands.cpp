@@ -77,18 +77,17 @@ std::string Session::ExportReport(const Command& command) {
 
 std::string Session::ExportPages(const Command& command) {
   const LedgerPages& pages = reports_.PagesOf(command);
-  if (pages.Count() == 0) throw RefusedMessage("failed", "没有可以导出的账页。", command.id);
+  if (pages.Items().Count() == 0) throw RefusedMessage("failed", "没有可以导出的账页。", command.id);
   const OpenReport& report = reports_.WithRows(command);
   std::vector<std::uint32_t> rows(pages.Rows().ViewCount());
   std::iota(rows.begin(), rows.end(), 0U);
   const exports::Grid grid =
       GridOf(pages.Header(), pages.Rows(), std::move(rows), command, DecimalsOf(*book_));
-  const exports::ItemPages items(pages.Rows(), {pages.Ends().begin(), pages.Ends().end()});
   return BeginExport(command, {.name = report.told["name"].get<std::string>(),
                                .titleLines = {},
                                .grid = grid,
                                .limit = {},
-                               .items = &items});
+                               .items = &pages.Items()});
 }
 
 std::string Session::BeginExport(const Command& command, const exports::Sheet& sheet) {

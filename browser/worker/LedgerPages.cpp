@@ -1,6 +1,9 @@
 #include "browser/worker/LedgerPages.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <utility>
+#include <vector>
 
 #include "platform/value/Convert.h"
 
@@ -10,34 +13,30 @@ using platform::Recordset;
 using platform::Ref;
 using platform::Vector;
 
-LedgerPages::LedgerPages(Ref<Recordset> rows, const Recordset& ends, Ref<Vector> header)
-    : rows_(std::move(rows)), header_(std::move(header)), summaryField_(rows_->FindField("FSumSort")) {
+namespace {
+
+std::vector<std::int32_t> EndsIn(const Recordset& ends) {
   const std::size_t field = ends.FieldIndex("FBreakRow");
-  ends_.reserve(ends.ViewCount());
-  for (std::size_t i = 0; i < ends.ViewCount(); ++i) {
-    ends_.push_back(static_cast<std::size_t>(ends.IntegerAt(field, ends.RowAt(i))));
-  }
-  for (int i = 1; const auto title = rows_->FindField("FTitle" + std::to_string(i)); ++i) {
-    titleFields_.push_back(*title);
-  }
+  std::vector<std::int32_t> rows(ends.ViewCount());
+  for (std::size_t i = 0; i < rows.size(); ++i) rows[i] = ends.IntegerAt(field, ends.RowAt(i));
+  return rows;
 }
+
+}  // namespace
+
+LedgerPages::LedgerPages(Ref<Recordset> rows, const Recordset& ends, Ref<Vector> header)
+    : rows_(std::move(rows)),
+      header_(std::move(header)),
+      items_(*rows_, EndsIn(ends)),
+      summaryField_(rows_->FindField("FSumSort")) {}
 
 bool LedgerPages::IsSummary(std::size_t row) const {
   return summaryField_ && rows_->IntegerAt(*summaryField_, row) > 0;
 }
 
-std::vector<std::string> LedgerPages::Title(std::size_t page) const {
-  std::vector<std::string> lines;
-  for (const std::size_t field : titleFields_) {
-    const std::string_view line = rows_->TextAt(field, Begin(page));
-    if (!line.empty()) lines.emplace_back(line);
-  }
-  return lines;
-}
-
 bool LedgerPages::HoldsText(std::size_t page, std::string_view text) const {
-  return std::ranges::any_of(titleFields_, [&](std::size_t field) {
-    return platform::ToLowerAscii(rows_->TextAt(field, Begin(page))).find(text) != std::string::npos;
+  return std::ranges::any_of(items_.TitleLines(page), [&](const std::string& line) {
+    return platform::ToLowerAscii(line).find(text) != std::string::npos;
   });
 }
 
@@ -46,8 +45,8 @@ std::optional<std::size_t> LedgerPages::Find(std::string_view text, std::size_t 
   if (wanted.empty()) return std::nullopt;
   // A title names its item with the number in brackets behind the name.
   for (const std::string& looked : {"(" + wanted + ")", wanted}) {
-    for (std::size_t i = 0; i < Count(); ++i) {
-      const std::size_t page = (start + i) % Count();
+    for (std::size_t i = 0; i < items_.Count(); ++i) {
+      const std::size_t page = (start + i) % items_.Count();
       if (HoldsText(page, looked)) return page;
     }
   }
@@ -55,9 +54,9 @@ std::optional<std::size_t> LedgerPages::Find(std::string_view text, std::size_t 
 }
 
 std::optional<exports::LedgerTotals> LedgerPages::CarriedTo(std::size_t page, std::size_t row) const {
-  if (row <= Begin(page) || row >= End(page)) return std::nullopt;
+  if (row <= items_.Begin(page) || row >= items_.End(page)) return std::nullopt;
   exports::LedgerTotals totals(*rows_);
-  for (std::size_t at = Begin(page); at < row; ++at) totals.Add(at);
+  for (std::size_t at = items_.Begin(page); at < row; ++at) totals.Add(at);
   return totals;
 }
 

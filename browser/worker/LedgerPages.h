@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "exports/ItemPages.h"
 #include "exports/LedgerTotals.h"
 #include "platform/rows/Recordset.h"
 #include "platform/rows/Vector.h"
@@ -22,13 +22,9 @@ class LedgerPages {
 
   const platform::Recordset& Rows() const { return *rows_; }
   const platform::Vector& Header() const { return *header_; }
-  const std::vector<std::size_t>& Ends() const { return ends_; }
-  std::size_t Count() const { return ends_.size(); }
-  std::size_t Begin(std::size_t page) const { return page == 0 ? 0 : ends_[page - 1]; }
-  std::size_t End(std::size_t page) const { return ends_[page]; }
+  // Where each of them begins and ends, and its title lines.
+  const exports::ItemPages& Items() const { return items_; }
   bool IsSummary(std::size_t row) const;
-  // The title lines that the page's rows carry, empty ones left out.
-  std::vector<std::string> Title(std::size_t page) const;
   // The next page from `start` on, then from the first, whose item has this number, or else whose title has
   // this text, letters of any case.
   std::optional<std::size_t> Find(std::string_view text, std::size_t start) const;
@@ -40,8 +36,7 @@ class LedgerPages {
 
   platform::Ref<platform::Recordset> rows_;
   platform::Ref<platform::Vector> header_;
-  std::vector<std::size_t> ends_;
-  std::vector<std::size_t> titleFields_;
+  exports::ItemPages items_;
   std::optional<std::size_t> summaryField_;
 };
 

@@ -69,26 +69,27 @@ std::string Session::AllPages(const Command& command) {
   message["report"] = command.Number("report");
   message["outcome"] = made.outcome;
   message["columns"] = made.pages ? ColumnsOf(made.pages->Header(), made.pages->Rows()) : Json::array();
-  message["ends"] = made.pages ? Json(made.pages->Ends()) : Json::array();
+  message["ends"] = made.pages ? Json(made.pages->Items().Ends()) : Json::array();
   return ToText(message);
 }
 
 std::string Session::FetchSheet(const Command& command) {
   const LedgerPages& pages = reports_.PagesOf(command);
+  const exports::ItemPages& items = pages.Items();
   const std::size_t page = NotNegative(command, "page");
-  if (page >= pages.Count()) throw RefusedMessage("failed", "没有这一页。", command.id);
+  if (page >= items.Count()) throw RefusedMessage("failed", "没有这一页。", command.id);
   const std::int32_t count = command.Number("count");
   if (count < 1 || count > kMostRows) {
     throw RefusedMessage("fields", "count must be from 1 to " + std::to_string(kMostRows), command.id);
   }
   const auto columns = FieldsOf(pages, command);
-  const std::size_t start = std::min(pages.Begin(page) + NotNegative(command, "start"), pages.End(page));
-  const std::size_t end = std::min(pages.End(page), start + static_cast<std::size_t>(count));
+  const std::size_t start = std::min(items.Begin(page) + NotNegative(command, "start"), items.End(page));
+  const std::size_t end = std::min(items.End(page), start + static_cast<std::size_t>(count));
   Json message = Message("sheet", command.id);
   message["report"] = command.Number("report");
   message["page"] = page;
-  message["start"] = start - pages.Begin(page);
-  message["title"] = pages.Title(page);
+  message["start"] = start - items.Begin(page);
+  message["title"] = items.TitleLines(page);
   message["brought"] = CarriedCells(pages.CarriedTo(page, start), command.body["fields"]);
   message["carried"] = CarriedCells(pages.CarriedTo(page, end), command.body["fields"]);
   Json summary = Json::array();

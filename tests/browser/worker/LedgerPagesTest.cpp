@@ -133,16 +133,16 @@ TEST(LedgerPages, CarryReceiptsAndIssuesOfThePeriodAndTheBalance) {
 
 TEST(LedgerPages, KnowTheirRowsAndTitles) {
   const LedgerPages pages = PagesOf(TwoItems(), {9, 11});
-  ASSERT_EQ(pages.Count(), 2U);
-  EXPECT_EQ(pages.Begin(0), 0U);
-  EXPECT_EQ(pages.End(0), 9U);
-  EXPECT_EQ(pages.Begin(1), 9U);
-  EXPECT_EQ(pages.End(1), 11U);
+  ASSERT_EQ(pages.Items().Count(), 2U);
+  EXPECT_EQ(pages.Items().Begin(0), 0U);
+  EXPECT_EQ(pages.Items().End(0), 9U);
+  EXPECT_EQ(pages.Items().Begin(1), 9U);
+  EXPECT_EQ(pages.Items().End(1), 11U);
   EXPECT_TRUE(pages.IsSummary(0));
   EXPECT_FALSE(pages.IsSummary(2));
-  EXPECT_EQ(pages.Title(1), std::vector<std::string>{"商品名称：螺母M6(01.02)"})
+  EXPECT_EQ(pages.Items().TitleLines(1), std::vector<std::string>{"商品名称：螺母M6(01.02)"})
       << "empty lines are left out";
-  EXPECT_EQ(PagesOf({}, {}).Count(), 0U);
+  EXPECT_EQ(PagesOf({}, {}).Items().Count(), 0U);
 }
 
 TEST(LedgerPages, FindTheNextPageOfAnItem) {
