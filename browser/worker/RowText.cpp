@@ -11,7 +11,6 @@ namespace {
 
 using platform::FieldType;
 using platform::Recordset;
-using platform::Variant;
 
 constexpr std::string_view kNull = "null";
 

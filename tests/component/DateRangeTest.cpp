@@ -11,7 +11,6 @@ using platform::Form;
 using platform::MakeRef;
 using platform::Ref;
 using platform::UserInput;
-using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 class TwoDates final : public Form {

@@ -12,7 +12,6 @@ using platform::Ref;
 using platform::TextBox;
 using platform::UserInput;
 using platform::Variant;
-using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 class DialogInputTest : public ComponentTest {

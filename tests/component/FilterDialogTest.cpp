@@ -8,14 +8,12 @@ namespace component {
 namespace {
 
 using platform::ComboBox;
-using platform::Control;
 using platform::Form;
 using platform::MakeRef;
 using platform::OptionButton;
 using platform::Ref;
 using platform::TextBox;
 using platform::UserInput;
-using platform::Variant;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 

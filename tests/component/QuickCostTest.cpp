@@ -10,7 +10,6 @@ using platform::Form;
 using platform::MakeRef;
 using platform::Object;
 using platform::Ref;
-using platform::Variant;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 

@@ -8,7 +8,6 @@ namespace component {
 namespace {
 
 using platform::Ref;
-using platform::Variant;
 using platform::Vector;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;

@@ -13,7 +13,6 @@ namespace {
 
 using platform::ClassRegistry;
 using platform::CreateObject;
-using platform::ErrorNumber;
 using platform::Object;
 using platform::Ref;
 using ::testing::ElementsAre;

@@ -6,10 +6,8 @@ namespace component {
 namespace {
 
 using platform::Dictionary;
-using platform::MakeRef;
 using platform::Ref;
 using platform::Variant;
-using platform::Vector;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 

@@ -26,6 +26,9 @@ ACCEPTED = [
     ("500 lines", "a.cpp", "x\n" * 500),
     ("long expectation", "a.expected", "x\n" * 900),
     ("once", "a.h", "#pragma once"),
+    ("name brought in and used", "a.cpp", "using a::b::Name;\nName name;"),
+    ("alias", "a.cpp", "using Name = int;"),
+    ("namespace", "a.cpp", "using namespace a::b;"),
     ("tidy with reason", ".clang-tidy", "# misc-x: because.\nChecks: >\n  misc-*,\n  -misc-x"),
 ]
 
@@ -40,6 +43,8 @@ REFUSED = [
     ("machine path", "a.cpp", 'Open("/ho' 'me/me/book.db");', "a path of one machine"),
     ("501 lines", "a.cpp", "x\n" * 501, "more than 500 lines"),
     ("header twice", "a.h", "int a;", "no #pragma once"),
+    ("name brought in only", "a.cpp", "// Name\nint a;\nusing a::b::Name;", "a.cpp:3: Name is brought in and not used"),
+    ("name of the outermost brought in only", "a.cpp", "using ::testing::Name;", "Name is brought in"),
     ("tidy without reason", ".clang-tidy", "# misc-y: because.\nChecks: >\n  misc-*,\n  -misc-x", "misc-x is off"),
 ]
 

@@ -15,7 +15,6 @@ namespace {
 
 using books::database::Access;
 using books::database::Connection;
-using books::database::OpenOptions;
 using books::database::Quantity;
 using books::database::Statement;
 using books::database::Transaction;

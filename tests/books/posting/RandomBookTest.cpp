@@ -35,7 +35,6 @@ using books::test::PlainCell;
 using books::test::PlainFigures;
 using books::test::PlainMethod;
 using books::test::PlainMove;
-using books::test::PlainRules;
 using platform::Currency;
 using platform::Date;
 

@@ -11,7 +11,6 @@ using platform::Dictionary;
 using platform::Recordset;
 using platform::Ref;
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 
 class LedgerBatchTest : public LedgerTest {
  protected:

@@ -11,7 +11,6 @@ namespace component {
 namespace {
 
 using platform::Recordset;
-using platform::Ref;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 

@@ -19,7 +19,6 @@ using platform::Variant;
 using platform::Vector;
 using ::testing::Contains;
 using ::testing::ElementsAre;
-using ::testing::ElementsAreArray;
 using ::testing::IsEmpty;
 using ::testing::Not;
 

@@ -14,7 +14,6 @@ using platform::Ref;
 using platform::Variant;
 using platform::Vector;
 using ::testing::Contains;
-using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Not;

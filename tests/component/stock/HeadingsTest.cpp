@@ -11,10 +11,8 @@
 namespace component {
 namespace {
 
-using platform::Dictionary;
 using platform::Object;
 using platform::Ref;
-using platform::Variant;
 using ::testing::ElementsAre;
 
 using StockHeadings = StockTest;

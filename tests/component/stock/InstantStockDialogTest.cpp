@@ -14,7 +14,6 @@ using platform::Form;
 using platform::Object;
 using platform::Ref;
 using platform::UserInput;
-using platform::Variant;
 
 class InstantStockDialogTest : public StockTest {
  protected:

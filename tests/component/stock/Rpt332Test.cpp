@@ -8,7 +8,6 @@
 namespace component {
 namespace {
 
-using platform::Variant;
 using ::testing::ElementsAre;
 
 class Rpt332Test : public StockTest {

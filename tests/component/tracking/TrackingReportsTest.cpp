@@ -18,7 +18,6 @@ using platform::Ref;
 using platform::UserInput;
 using platform::Variant;
 using platform::Vector;
-using ::testing::ElementsAre;
 
 class TrackingReports : public ComponentTest {
  protected:

@@ -17,7 +17,6 @@ using books::test::FilterEntries;
 using books::test::LinesOf;
 using books::test::RightsOf;
 using books::test::With;
-using platform::Date;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using Lines = std::vector<std::string>;
