@@ -1,11 +1,13 @@
 // An item's balances are read once, as they stood before the first period. From there they are carried on
-// from movement to movement, batch by batch, which is how the book works its stored balances out, so that
-// every period's closing is the next one's opening. Before accounting began there is nothing; the balances of
+// from movement to movement, which is how the book works its stored balances out, so that every period's closing
+// is the next one's opening. Goods that are costed by batch lie there batch by batch. The others lie together: a
+// batch of them has no cost of its own, and a sold-out one would be left with a rest of the common cost. Before accounting began there is nothing; the balances of
 // the period just before it are the opening stock. Beyond the last stored balance nothing has moved.
 // Movements are clustered by item and come in the order of costing.
 #include "books/reports/ledger/LedgerReader.h"
 
 #include <algorithm>
+#include <span>
 
 #include "books/schema/Codes.h"
 #include "platform/rows/RowAppender.h"
@@ -71,6 +73,8 @@ constexpr std::string_view kBalanceSql = R"sql(
 SELECT warehouse_id, batch_id, quantity, amount FROM balance WHERE item_id = ? AND period = ?
 )sql";
 
+constexpr std::string_view kValuationSql = "SELECT valuation FROM item WHERE id = ?";
+
 constexpr std::string_view kBatchSql = R"sql(
 SELECT id, number, (? = '' OR number >= ?) AND (? = '' OR number <= ?) FROM batch WHERE item_id = ?
 )sql";
@@ -129,14 +133,14 @@ class LedgerReader::Output {
     happened_.BeginPeriod();
     closing_.BeginPeriod();
   }
-  void AddOpening(const std::vector<Batch>& batches) { AddBalances(opening_, batches, false); }
+  void AddOpening(std::span<const Batch> batches) { AddBalances(opening_, batches, false); }
   // With those of 0 that have moved, when they are asked for.
-  void AddClosing(const std::vector<Batch>& batches, bool withMoved) {
+  void AddClosing(std::span<const Batch> batches, bool withMoved) {
     AddBalances(closing_, batches, withMoved);
   }
 
  private:
-  void AddBalances(RowsOutput& rows, const std::vector<Batch>& batches, bool withMoved) const {
+  void AddBalances(RowsOutput& rows, std::span<const Batch> batches, bool withMoved) const {
     for (const Batch& batch : batches) {
       const bool isZero = batch.quantity == Quantity() && batch.amount == Currency();
       if (isZero && !(withMoved && batch.moved)) continue;
@@ -159,6 +163,7 @@ LedgerReader::LedgerReader(services::Store& store)
     : store_(store),
       movements_(store.Reading().Prepare(kMovementSql)),
       balances_(store.Reading().Prepare(kBalanceSql)),
+      valuation_(store.Reading().Prepare(kValuationSql)),
       itemBatches_(store.Reading().Prepare(kBatchSql)),
       bills_(store.Reading()) {}
 
@@ -243,8 +248,17 @@ LedgerReader::Batch* LedgerReader::ChosenBatch(std::int32_t itemId, std::int64_t
   return batch.chosen ? &batch : nullptr;
 }
 
+bool LedgerReader::IsCostedByBatch(std::int32_t itemId) {
+  valuation_.Bind(itemId);
+  const bool isItem = valuation_.Step();
+  const std::int32_t valuation = isItem ? valuation_.Int32(0) : 0;
+  valuation_.Reset();  // an open look-up would hold the book's state for later ones
+  return valuation == static_cast<std::int32_t>(schema::Valuation::kBatchCost);
+}
+
 // Sums a batch's warehouses and auxiliary properties, since the page tells batches apart and nothing else.
 void LedgerReader::ReadBalances(std::int32_t itemId, std::int32_t period) {
+  byBatch_ = IsCostedByBatch(itemId);
   batches_.resize(1);
   batches_.front() = {.number = {}, .chosen = !choice_->HasBatchRange(), .quantity = {}, .amount = {}};
   knowsBatches_ = false;
@@ -253,8 +267,9 @@ void LedgerReader::ReadBalances(std::int32_t itemId, std::int32_t period) {
     if (!choice_->HasWarehouse(balances_.Integer(0))) continue;
     Batch* const batch = ChosenBatch(itemId, balances_.Integer(1));
     if (batch == nullptr) continue;
-    batch->quantity += balances_.GetQuantity(2);
-    batch->amount += balances_.Amount(3);
+    Batch& stock = StockOf(*batch);
+    stock.quantity += balances_.GetQuantity(2);
+    stock.amount += balances_.Amount(3);
   }
 }
 
@@ -265,9 +280,10 @@ void LedgerReader::AddMovement(std::int32_t itemId, Output& output) {
   const bool isIn = movements_.Int32(6) > 0;
   const Quantity quantity = movements_.GetQuantity(7);
   const Currency amount = movements_.Amount(8);
-  batch->quantity += isIn ? quantity : -quantity;
-  batch->amount += isIn ? amount : -amount;
-  batch->moved = true;
+  Batch& stock = StockOf(*batch);
+  stock.quantity += isIn ? quantity : -quantity;
+  stock.amount += isIn ? amount : -amount;
+  stock.moved = true;
   const std::int64_t billId = movements_.Integer(1);
   const BillText bill = bills_.Of(billId);
   RowAppender& row = output.Movements().row;
@@ -294,12 +310,12 @@ void LedgerReader::ReadItem(std::int32_t itemId, std::int32_t firstPeriod, std::
   Output output(itemId, ledger);
   auto begin = [&](std::int32_t period) {
     output.BeginPeriod();
-    for (Batch& batch : batches_) batch.moved = false;
-    if (period > known) output.AddOpening(batches_);
+    for (Batch& stock : Stocks()) stock.moved = false;
+    if (period > known) output.AddOpening(Stocks());
   };
   auto end = [&](std::int32_t period) {
     if (period < known) return;
-    output.AddClosing(batches_, period <= balancesUntil_ && !choice_->leavesOutZero);
+    output.AddClosing(Stocks(), period <= balancesUntil_ && !choice_->leavesOutZero);
   };
   std::int32_t at = firstPeriod;
   begin(at);

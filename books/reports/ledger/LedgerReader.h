@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -53,7 +54,8 @@ class LedgerReader {
                      const platform::Variant& filter);
 
  private:
-  // A batch of the item that is being read, and what lies of it. The first one stands for goods without.
+  // A batch of the item that is being read, and what lies of it. The first one stands for goods without, and
+  // for all goods of an item that is not costed by batch.
   struct Batch {
     std::int64_t id = 0;
     std::string number;
@@ -66,6 +68,10 @@ class LedgerReader {
 
   void Renew(const platform::Variant& filter);
   void ReadItem(std::int32_t itemId, std::int32_t firstPeriod, std::int32_t lastPeriod, ItemLedger& ledger);
+  bool IsCostedByBatch(std::int32_t itemId);
+  // Where goods of a batch are counted, and all such places.
+  Batch& StockOf(Batch& batch) { return byBatch_ ? batch : batches_.front(); }
+  std::span<Batch> Stocks() { return byBatch_ ? std::span(batches_) : std::span(batches_).first(1); }
   void ReadBatches(std::int32_t itemId);
   Batch* ChosenBatch(std::int32_t itemId, std::int64_t id);
   void ReadBalances(std::int32_t itemId, std::int32_t period);
@@ -76,6 +82,7 @@ class LedgerReader {
   services::Store& store_;
   database::Statement movements_;
   database::Statement balances_;
+  database::Statement valuation_;
   database::Statement itemBatches_;
 
   // As of `version_` of the book.
@@ -92,6 +99,7 @@ class LedgerReader {
   std::vector<Batch> batches_;          // by number
   std::vector<std::int64_t> batchIds_;  // of the same
   bool knowsBatches_ = false;
+  bool byBatch_ = false;
 };
 
 }  // namespace books::reports

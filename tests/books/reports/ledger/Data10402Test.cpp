@@ -26,6 +26,7 @@ using platform::Dictionary;
 using platform::Recordset;
 using platform::Ref;
 using platform::Variant;
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -211,6 +212,22 @@ TEST_F(Data10402Test, WarehousesBatchesAndRights) {
   EXPECT_EQ(Movements(*one).size(), 2U) << "CG-1 and QC-1";
   EXPECT_THAT(Closing(*Period(kJuice, 2025, 1, FilterOf({{"BBatchNo", first}}))), IsEmpty())
       << "goods without a batch lie in no range";
+}
+
+// A batch without a cost of its own would be left with a rest of the common cost when it is sold out.
+TEST_F(Data10402Test, GoodsThatShareACostLieTogether) {
+  const std::vector<std::string> batches = Closing(*Period(kYogurt, 2025, 1, FilterOf({})));
+  ASSERT_EQ(batches.size(), 2U) << "one cost a batch";
+  const std::string first = batches[0].substr(0, batches[0].find(' '));
+  Write("UPDATE item SET valuation = 78 WHERE id = " + std::to_string(kYogurt));
+  const Ref<Dictionary> together = Period(kYogurt, 2025, 1, FilterOf({}));
+  EXPECT_THAT(Closing(*together), ElementsAre(" 21 69 0"));
+  EXPECT_THAT(Opening(*Period(kYogurt, 2025, 2, FilterOf({}))), ElementsAre(" 21 69 0"));
+  EXPECT_THAT(LinesOf(*together->Value("rsHappen").AsRef<Recordset>(), {"FBatchNo"}), Contains(first))
+      << "a movement says its batch all the same";
+  EXPECT_THAT(Closing(*Period(kYogurt, 2025, 1, FilterOf({{"BBatchNo", first}, {"EBatchNo", first}}))),
+              ElementsAre(" 15 45 0"))
+      << "of the batches that were asked for";
 }
 
 TEST_F(Data10402Test, BeforeAndAfterTheBook) {
