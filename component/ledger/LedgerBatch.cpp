@@ -57,9 +57,10 @@ bool LedgerBatch::IsStartYear(std::int16_t year, const char* key) const {
 }
 
 LedgerBatch::Tables LedgerBatch::TablesOf(const Variant& answer, std::int16_t year) const {
-  Tables tables = {KeyedRows(answer, "rsBegBal"), KeyedRows(answer, "rsHappen"),
-                   KeyedRows(answer, "rsEndBal"), KeyedRows(answer, "rsYtdBal"), nullptr};
-  if (IsStartYear(year, "StartYear")) tables[kYearToDateStart] = KeyedRows(answer, "rsYtdBals");
+  const KeyedAnswer keyed(answer);
+  Tables tables = {keyed.Rows("rsBegBal"), keyed.Rows("rsHappen"), keyed.Rows("rsEndBal"),
+                   keyed.Rows("rsYtdBal"), nullptr};
+  if (IsStartYear(year, "StartYear")) tables[kYearToDateStart] = keyed.Rows("rsYtdBals");
   return tables;
 }
 
@@ -74,7 +75,7 @@ void LedgerBatch::RunByItem() {
       if (fetched[kind]) MergeRecord(gathered[kind], *fetched[kind], year, period);
     }
     for (const char* key : {"BDate", "EDate"}) {
-      dates->Set(key + std::to_string(period), KeyedValue(answer, key));
+      dates->Set(key + std::to_string(period), KeyedAnswer(answer).Value(key));
     }
   });
   if (request_.items->RecordCount() == 0) return;
@@ -97,8 +98,8 @@ void LedgerBatch::RunByPeriod() {
   EachPeriod([&](std::int16_t year, std::int16_t period) {
     const Variant answer = fetch_(year, period);
     const Tables tables = TablesOf(answer, year);
-    data_.firstDay = platform::ToDate(KeyedValue(answer, "BDate"));
-    data_.lastDay = platform::ToDate(KeyedValue(answer, "EDate")).AddDays(-1);
+    data_.firstDay = platform::ToDate(KeyedAnswer(answer).Value("BDate"));
+    data_.lastDay = platform::ToDate(KeyedAnswer(answer).Value("EDate")).AddDays(-1);
     if (request_.items->RecordCount() == 0) return;
     for (request_.items->MoveFirst(); !request_.items->AtEnd(); request_.items->MoveNext()) {
       progress_.Message(PeriodMessage("正在计算", year, period, "期物料") + ItemText("FName") +

@@ -171,7 +171,7 @@ LedgerTitles TitlesOf(const Ref<Vector>& lines) {
 }
 
 LedgerPage::LedgerPage(Recordset& page, const LedgerTitles* titles)
-    : page_(page), rows_(page), titles_(titles) {
+    : page_(page), rows_(page), titles_(titles), untitled_(rows_.Row()) {
   targets_.reserve(kFieldCount + kLedgerTitles);
   auto add = [&](std::size_t column) {
     targets_.push_back({.column = column, .width = page.Fields()[column].width});
@@ -181,10 +181,13 @@ LedgerPage::LedgerPage(Recordset& page, const LedgerTitles* titles)
   for (std::size_t i = 0; i < kLedgerTitles; ++i) add(page.FieldIndex(TitleField(i)));
 }
 
+std::string_view LedgerPage::Fitting(std::size_t field, std::string_view text) const {
+  const std::size_t width = targets_[field].width;
+  return text.size() > width ? platform::CutToWidth(text, width) : text;
+}
+
 void LedgerPage::SetText(std::size_t field, std::string_view text) {
-  const Target& target = targets_[field];
-  if (text.size() > target.width) text = platform::CutToWidth(text, target.width);
-  rows_.SetText(target.column, text);
+  rows_.SetText(targets_[field].column, Fitting(field, text));
 }
 
 void LedgerPage::SetFigures(std::size_t firstField, const LedgerFigures& figures) {
@@ -203,19 +206,30 @@ std::string_view LedgerPage::PeriodName(std::int16_t year, std::int16_t period) 
   return periodName_;
 }
 
-void LedgerPage::SetTitles(const LedgerTitles& titles) {
-  const bool asBefore = hasTitles_ && &titles == titles_;
-  for (std::size_t i = 0; i < kLedgerTitles; ++i) {
-    if (titles[i].empty()) continue;
-    if (asBefore) {
-      rows_.RepeatText(targets_[kFieldCount + i].column);
-    } else {
-      SetText(kFieldCount + i, titles[i]);
-    }
-  }
+void LedgerPage::AddLedgerRow(const LedgerRow& row) {
+  SetFields(row);
+  rows_.CommitRow();
 }
 
-void LedgerPage::Add(const LedgerRow& row, const LedgerTitles* titles) {
+void LedgerPage::AddLedgerRowTitled(const LedgerRow& row, const LedgerTitles& titles) {
+  Finish();
+  SetFields(row);
+  for (std::size_t i = kFieldCount; i < targets_.size(); ++i) {
+    if (const std::string& title = titles[i - kFieldCount]; !title.empty()) SetText(i, title);
+  }
+  rows_.CommitRow();
+  untitled_ = rows_.Row();
+}
+
+void LedgerPage::Finish() {
+  for (std::size_t i = kFieldCount; i < targets_.size() && titles_ != nullptr; ++i) {
+    const std::string& title = (*titles_)[i - kFieldCount];
+    if (!title.empty()) rows_.FillText(targets_[i].column, untitled_, Fitting(i, title));
+  }
+  untitled_ = rows_.Row();
+}
+
+void LedgerPage::SetFields(const LedgerRow& row) {
   auto setInteger = [this](std::size_t field, std::int32_t number) {
     rows_.SetInteger(targets_[field].column, number);
   };
@@ -238,9 +252,6 @@ void LedgerPage::Add(const LedgerRow& row, const LedgerTitles* titles) {
   SetFigures(kOut, row.out);
   SetFigures(kBalance, row.balance);
   setInteger(kSumSort, row.sumSort);
-  if (titles != nullptr && targets_.size() > kFieldCount) SetTitles(*titles);
-  hasTitles_ = titles == titles_;
-  rows_.CommitRow();
 }
 
 Variant MergeRecord(Ref<Recordset>& target, Recordset& source, std::int16_t year, std::int16_t period) {

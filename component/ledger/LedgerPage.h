@@ -61,15 +61,17 @@ class LedgerPage {
   // Rows that AddLedgerRow adds carry these titles, which stay as they are; null for a page without them.
   explicit LedgerPage(platform::Recordset& page, const LedgerTitles* titles = nullptr);
 
-  void AddLedgerRow(const LedgerRow& row) { Add(row, titles_); }
+  void AddLedgerRow(const LedgerRow& row);
   // With title texts of its own, whatever the page's titles are.
-  void AddLedgerRowTitled(const LedgerRow& row, const LedgerTitles& titles) { Add(row, &titles); }
+  void AddLedgerRowTitled(const LedgerRow& row, const LedgerTitles& titles);
+  // The page's titles are written for all its rows at once. Call it behind the last row.
+  void Finish();
 
   std::int32_t RowCount() const { return page_.RecordCount(); }
 
  private:
-  void Add(const LedgerRow& row, const LedgerTitles* titles);
-  void SetTitles(const LedgerTitles& titles);
+  void SetFields(const LedgerRow& row);
+  std::string_view Fitting(std::size_t field, std::string_view text) const;
   void SetText(std::size_t field, std::string_view text);
   void SetFigures(std::size_t firstField, const LedgerFigures& figures);
   std::string_view PeriodName(std::int16_t year, std::int16_t period);
@@ -82,7 +84,7 @@ class LedgerPage {
   platform::Recordset& page_;
   platform::RowAppender rows_;
   const LedgerTitles* titles_;
-  bool hasTitles_ = false;       // the row before carries them
+  std::size_t untitled_ = 0;     // the first row whose titles are not written yet
   std::vector<Target> targets_;  // by the field's place in NewLedgerRs
   std::int32_t namedPeriod_ = 0;
   std::string periodName_;

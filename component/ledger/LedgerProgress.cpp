@@ -6,8 +6,13 @@ namespace component {
 
 std::string PeriodMessage(std::string_view begin, std::int16_t year, std::int16_t period,
                           std::string_view end) {
-  return ResString(begin) + std::to_string(year) + ResString("年第") + std::to_string(period) +
-         ResString(end);
+  std::string message = ResString(begin);
+  message.reserve(96);  // told for every period of every item
+  message += std::to_string(year);
+  message += ResString("年第");
+  message += std::to_string(period);
+  message += ResString(end);
+  return message;
 }
 
 void LedgerProgress::BeginFetch(std::int16_t year, std::int16_t period) {

@@ -72,6 +72,7 @@ void Rpt10402::BuildBatch(Order order) {
       } else {
         batch.RunByPeriod();
       }
+      rows.Finish();
     }
     if (page->RecordCount() > 0) page->MoveLast();
     ProgBar().Unload();

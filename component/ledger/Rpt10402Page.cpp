@@ -189,6 +189,7 @@ Ref<Recordset> Rpt10402::BuildPage(const LedgerRange& range, std::int32_t itemId
       const Ref<Object> data = platform::CreateObject(Facts().dataComponent);
       return GetPerioddata(*data, itemId, year, period, "");
     });
+    rows.Finish();
   }
   if (page->RecordCount() > 0) page->MoveLast();  // where adding rows leaves a recordset
   return page;

@@ -39,6 +39,9 @@ class ReportFilter final : public platform::Exposed<ReportFilter, FilterControl>
                            platform::Method<&ReportFilter::LoadFilter>("LoadFilter", "Filter"),
                            platform::Method<&ReportFilter::FilterResult>("FilterResult"));
 
+ protected:
+  std::string_view ProgrammaticId() const override { return kClassName; }
+
  private:
   void Recall(const std::string& scheme, const SchemeValues& values) override;
   platform::Ref<platform::Dictionary> Collect(bool quick) const;

@@ -48,6 +48,9 @@ class TOVRptFilter final : public platform::Exposed<TOVRptFilter, FilterControl>
       platform::PropertyGet<&TOVRptFilter::CurrentScheme>("CurrentScheme"),
       platform::Method<&TOVRptFilter::ApplyScheme>("ApplyScheme"));
 
+ protected:
+  std::string_view ProgrammaticId() const override { return kClassName; }
+
  private:
   void Recall(const std::string& scheme, const SchemeValues& values) override;
 

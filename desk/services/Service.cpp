@@ -11,7 +11,7 @@ Service::~Service() {
 }
 
 void Service::Announce() {
-  announcedAs_ = ClassName();
+  announcedAs_ = ProgrammaticId();
   desk_->Told().OnCreated(announcedAs_);
 }
 
@@ -21,25 +21,25 @@ void Service::Tell(const platform::ClassInfo& info, std::string_view member, Cal
   Witness& witness = desk_->Told();
   switch (operation == nullptr ? kind : operation->kind) {
     case CallKind::kMethod:
-      witness.OnCalled(ClassName(), member, arguments);
-      TellMeaning(witness, ClassName(), member, arguments,
+      witness.OnCalled(ProgrammaticId(), member, arguments);
+      TellMeaning(witness, ProgrammaticId(), member, arguments,
                   [this](std::string_view property) { return Written(property); });
       break;
     case CallKind::kGet:
-      witness.OnGot(ClassName(), member, arguments);
+      witness.OnGot(ProgrammaticId(), member, arguments);
       break;
     case CallKind::kPut:
       if (arguments.empty()) {
-        witness.OnPut(ClassName(), member, {}, Variant());
+        witness.OnPut(ProgrammaticId(), member, {}, Variant());
       } else {
-        witness.OnPut(ClassName(), member, arguments.first(arguments.size() - 1), arguments.back());
+        witness.OnPut(ProgrammaticId(), member, arguments.first(arguments.size() - 1), arguments.back());
       }
       break;
   }
 }
 
 Object* Service::StandIn() {
-  if (!standIn_) standIn_ = desk_->ReplacementFor(ClassName());
+  if (!standIn_) standIn_ = desk_->ReplacementFor(ProgrammaticId());
   return standIn_.Get();
 }
 

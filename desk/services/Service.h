@@ -36,11 +36,12 @@ class Service : public platform::Object {
   virtual platform::Variant Written(std::string_view /*property*/) const { return {}; }
   // The object that a host has put in this service's place since it was made; null when it has not.
   platform::Object* StandIn();
+  virtual std::string_view ProgrammaticId() const = 0;
 
  private:
   std::shared_ptr<Desk> desk_;
   platform::Ref<platform::Object> standIn_;
-  std::string announcedAs_;
+  std::string_view announcedAs_;
 };
 
 // Makes C callable by name from its operation table, with every call told.
@@ -55,6 +56,9 @@ class Served : public platform::Exposed<C, Service> {
     this->Tell(C::Info(), member, kind, arguments);
     return platform::Exposed<C, Service>::Invoke(member, kind, arguments);
   }
+
+ protected:
+  std::string_view ProgrammaticId() const override { return C::kClassName; }
 };
 
 // Tells what a call of a known service means beside the call itself: a text that is executed, a lookup, a

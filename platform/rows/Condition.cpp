@@ -51,16 +51,16 @@ std::weak_ordering CompareText(std::string_view text, std::string_view upper) {
   return text.size() <=> upper.size();
 }
 
-double NumberCell(const RowStore& rows, std::size_t column, std::size_t row) {
+double NumberCell(const RowStore& rows, std::size_t column, RowStore::Place at) {
   switch (rows.Type(column)) {
     case FieldType::kInt16:
-      return rows.Cell<std::int16_t>(column, row);
+      return rows.Cell<std::int16_t>(column, at);
     case FieldType::kInt32:
-      return rows.Cell<std::int32_t>(column, row);
+      return rows.Cell<std::int32_t>(column, at);
     case FieldType::kCurrency:
-      return rows.Cell<Currency>(column, row).ToDouble();
+      return rows.Cell<Currency>(column, at).ToDouble();
     default:
-      return rows.Cell<double>(column, row);
+      return rows.Cell<double>(column, at);
   }
 }
 
@@ -248,24 +248,25 @@ Condition Condition::Parse(std::string_view text, const RowStore& rows) {
 }
 
 bool Condition::Matches(const RowStore& rows, std::size_t row) const {
-  return std::ranges::all_of(comparisons_, [&](const Comparison& one) { return Meets(one, rows, row); });
+  const RowStore::Place at = rows.At(row);
+  return std::ranges::all_of(comparisons_, [&](const Comparison& one) { return Meets(one, rows, at); });
 }
 
-bool Condition::Meets(const Comparison& comparison, const RowStore& rows, std::size_t row) {
+bool Condition::Meets(const Comparison& comparison, const RowStore& rows, RowStore::Place at) {
   const std::size_t column = comparison.column;
-  if (rows.IsNull(column, row)) return false;
+  if (rows.IsNull(column, at)) return false;
   auto order = [&]() -> std::partial_ordering {
     switch (comparison.as) {
       case CompareAs::kText:
-        return CompareText(rows.Text(column, row), comparison.text);
+        return CompareText(rows.Text(column, at), comparison.text);
       case CompareAs::kNumber:
-        return NumberCell(rows, column, row) <=> comparison.number;
+        return NumberCell(rows, column, at) <=> comparison.number;
       case CompareAs::kCurrency:
-        return rows.Cell<Currency>(column, row) <=> comparison.amount;
+        return rows.Cell<Currency>(column, at) <=> comparison.amount;
       case CompareAs::kDate:
-        return rows.Cell<Date>(column, row) <=> comparison.date;
+        return rows.Cell<Date>(column, at) <=> comparison.date;
       case CompareAs::kBoolean:
-        return rows.Cell<bool>(column, row) <=> comparison.flag;
+        return rows.Cell<bool>(column, at) <=> comparison.flag;
     }
     return std::partial_ordering::unordered;
   };
@@ -283,7 +284,7 @@ bool Condition::Meets(const Comparison& comparison, const RowStore& rows, std::s
     case Operator::kNotEqual:
       return std::is_neq(order());
     case Operator::kLike:
-      return IsLike(rows.Text(column, row), comparison.text);
+      return IsLike(rows.Text(column, at), comparison.text);
   }
   return false;
 }

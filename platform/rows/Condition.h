@@ -43,7 +43,7 @@ class Condition {
     bool flag = false;
   };
 
-  static bool Meets(const Comparison& comparison, const RowStore& rows, std::size_t row);
+  static bool Meets(const Comparison& comparison, const RowStore& rows, RowStore::Place at);
 
   std::vector<Comparison> comparisons_;
 };

@@ -290,7 +290,7 @@ void Recordset::CancelUpdate() {
     adding_ = false;
   }
   for (const OldCell& old : oldCells_) {
-    if (old.row < rows_->RowCount()) rows_->SetValue(old.column, old.row, old.value);
+    if (old.row < rows_->RowCount()) rows_->SetValue(old.column, rows_->At(old.row), old.value);
   }
   oldCells_.clear();
 }

@@ -98,18 +98,20 @@ class Recordset final : public Exposed<Recordset> {
   void SetValue(std::string_view name, const Variant& value) { SetValue(FieldIndex(name), value); }
   // The same without a Variant.
   void SetText(std::size_t column, std::string_view text) {
-    rows_->SetText(column, RowToWrite(column), text);
+    rows_->SetText(column, PlaceToWrite(column), text);
   }
   void SetInteger(std::size_t column, std::int32_t number) {
-    rows_->SetInteger(column, RowToWrite(column), number);
+    rows_->SetInteger(column, PlaceToWrite(column), number);
   }
-  void SetDouble(std::size_t column, double number) { rows_->SetDouble(column, RowToWrite(column), number); }
+  void SetDouble(std::size_t column, double number) {
+    rows_->SetDouble(column, PlaceToWrite(column), number);
+  }
   void SetCurrency(std::size_t column, Currency amount) {
-    rows_->SetCurrency(column, RowToWrite(column), amount);
+    rows_->SetCurrency(column, PlaceToWrite(column), amount);
   }
-  void SetDate(std::size_t column, Date date) { rows_->SetDate(column, RowToWrite(column), date); }
-  void SetBoolean(std::size_t column, bool flag) { rows_->SetBoolean(column, RowToWrite(column), flag); }
-  void SetNull(std::size_t column) { rows_->SetNull(column, RowToWrite(column)); }
+  void SetDate(std::size_t column, Date date) { rows_->SetDate(column, PlaceToWrite(column), date); }
+  void SetBoolean(std::size_t column, bool flag) { rows_->SetBoolean(column, PlaceToWrite(column), flag); }
+  void SetNull(std::size_t column) { rows_->SetNull(column, PlaceToWrite(column)); }
 
   // Reading without the cursor. ViewCount rows pass the filter; RowAt gives the row number of one of them
   // (from 0), CurrentRow that of the cursor; the readers take row numbers. A null reads as "", 0, the first
@@ -162,6 +164,7 @@ class Recordset final : public Exposed<Recordset> {
 
  private:
   friend class RowAppender;
+  friend class RowReader;
 
   enum class State { kBuilding, kOpen, kClosed };
   struct View;      // the filter and the rows that meet it
@@ -180,10 +183,13 @@ class Recordset final : public Exposed<Recordset> {
     const bool good = state_ == State::kOpen && column < rows_->Fields().size() && row < rows_->RowCount();
     if (!good) RaiseNoCell(column, row);
   }
+  void RequireRow(std::size_t row) const {
+    if (state_ != State::kOpen || row >= rows_->RowCount()) RaiseNoCell(0, row);
+  }
   [[noreturn]] void RaiseNoCell(std::size_t column, std::size_t row) const;
   void TakeOver();
   std::int64_t PositionOf(const Variant& bookmark) const;
-  std::size_t RowToWrite(std::size_t column);
+  RowStore::Place PlaceToWrite(std::size_t column);
   std::size_t ColumnOf(const Variant& field) const;
 
   State state_ = State::kBuilding;

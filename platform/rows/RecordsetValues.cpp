@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "platform/rows/Recordset.h"
+#include "platform/rows/RowReader.h"
 #include "platform/value/Convert.h"
 
 namespace platform {
@@ -11,16 +12,9 @@ namespace {
   throw Error(number, "Recordset", description);
 }
 
-[[noreturn]] void RaiseWrongType(const Field& field, std::string_view wanted) {
-  Raise(ErrorNumber::kTypeMismatch, "field " + field.name + " (" + std::string(ToString(field.type)) +
-                                        ") cannot be read as " + std::string(wanted));
-}
-
 [[noreturn]] void RaiseNoColumn(const std::string& column) {
   Raise(ErrorNumber::kUnknownField, "the recordset has no field number " + column);
 }
-
-bool IsNumberType(FieldType type) { return !IsTextType(type) && type < FieldType::kDate; }
 
 }  // namespace
 
@@ -34,83 +28,66 @@ void Recordset::RaiseNoCell(std::size_t column, std::size_t row) const {
   Raise(ErrorNumber::kNoCurrentRow, "no current row: there is no row number " + std::to_string(row));
 }
 
-std::size_t Recordset::RowToWrite(std::size_t column) {
+RowStore::Place Recordset::PlaceToWrite(std::size_t column) {
   RequireOpen();
   RequireColumn(column);
-  if (adding_) return rows_->RowCount();
+  if (adding_) return rows_->At(rows_->RowCount());
   const std::size_t row = CurrentRow();
+  const RowStore::Place at = rows_->At(row);
   const bool kept = std::ranges::any_of(
       oldCells_, [&](const OldCell& old) { return old.column == column && old.row == row; });
-  if (!kept) oldCells_.push_back({.column = column, .row = row, .value = rows_->Value(column, row)});
-  return row;
+  if (!kept) oldCells_.push_back({.column = column, .row = row, .value = rows_->Value(column, at)});
+  return at;
 }
 
 Variant Recordset::Value(std::size_t column) const {
   RequireOpen();
   RequireColumn(column);
-  return rows_->Value(column, adding_ ? rows_->RowCount() : CurrentRow());
+  return rows_->Value(column, rows_->At(adding_ ? rows_->RowCount() : CurrentRow()));
 }
 
 void Recordset::SetValue(std::size_t column, const Variant& value) {
-  const std::size_t row = RowToWrite(column);
-  rows_->SetValue(column, row, value);
+  rows_->SetValue(column, PlaceToWrite(column), value);
 }
 
 bool Recordset::IsNullAt(std::size_t column, std::size_t row) const {
   RequireCell(column, row);
-  return rows_->IsNull(column, row);
+  return rows_->IsNull(column, rows_->At(row));
 }
 
 Variant Recordset::ValueAt(std::size_t column, std::size_t row) const {
   RequireCell(column, row);
-  return rows_->Value(column, row);
+  return rows_->Value(column, rows_->At(row));
 }
 
 std::string_view Recordset::TextAt(std::size_t column, std::size_t row) const {
   RequireCell(column, row);
-  if (!IsTextType(rows_->Type(column))) RaiseWrongType(Fields()[column], "text");
-  return rows_->IsNull(column, row) ? std::string_view() : rows_->Text(column, row);
+  return RowReader(*this, row).Text(column);
 }
 
 std::int32_t Recordset::IntegerAt(std::size_t column, std::size_t row) const {
   RequireCell(column, row);
-  const FieldType type = rows_->Type(column);
-  if (!IsNumberType(type)) RaiseWrongType(Fields()[column], "an integer");
-  if (rows_->IsNull(column, row)) return 0;
-  if (type == FieldType::kInt32) return rows_->Cell<std::int32_t>(column, row);
-  if (type == FieldType::kInt16) return rows_->Cell<std::int16_t>(column, row);
-  return ToInt32(rows_->Value(column, row));
+  return RowReader(*this, row).Integer(column);
 }
 
 double Recordset::DoubleAt(std::size_t column, std::size_t row) const {
   RequireCell(column, row);
-  const FieldType type = rows_->Type(column);
-  if (!IsNumberType(type)) RaiseWrongType(Fields()[column], "a double");
-  if (rows_->IsNull(column, row)) return 0;
-  if (type == FieldType::kDouble || type == FieldType::kNumeric) return rows_->Cell<double>(column, row);
-  if (type == FieldType::kCurrency) return rows_->Cell<Currency>(column, row).ToDouble();
-  return ToDouble(rows_->Value(column, row));
+  return RowReader(*this, row).Double(column);
 }
 
 Currency Recordset::CurrencyAt(std::size_t column, std::size_t row) const {
   RequireCell(column, row);
-  const FieldType type = rows_->Type(column);
-  if (!IsNumberType(type)) RaiseWrongType(Fields()[column], "an amount");
-  if (rows_->IsNull(column, row)) return {};
-  if (type == FieldType::kCurrency) return rows_->Cell<Currency>(column, row);
-  return ToCurrency(rows_->Value(column, row));
+  return RowReader(*this, row).Amount(column);
 }
 
 Date Recordset::DateAt(std::size_t column, std::size_t row) const {
   RequireCell(column, row);
-  if (rows_->Type(column) != FieldType::kDate) RaiseWrongType(Fields()[column], "a date");
-  return rows_->IsNull(column, row) ? Date() : rows_->Cell<Date>(column, row);
+  return RowReader(*this, row).Day(column);
 }
 
 bool Recordset::BooleanAt(std::size_t column, std::size_t row) const {
   RequireCell(column, row);
-  if (rows_->Type(column) != FieldType::kBoolean) RaiseWrongType(Fields()[column], "a boolean");
-  return !rows_->IsNull(column, row) && rows_->Cell<bool>(column, row);
+  return RowReader(*this, row).Boolean(column);
 }
 
 std::size_t Recordset::ColumnOf(const Variant& field) const {

@@ -16,27 +16,31 @@ class RowAppender {
   RowAppender& operator=(const RowAppender&) = delete;
 
   // Columns are those of Recordset::FieldIndex; one that the recordset does not have is the caller's fault.
-  void SetText(std::size_t column, std::string_view text) { rows_->SetText(column, row_, text); }
-  // The text of the row before once more; there must be such a row, with a text in this column.
-  void RepeatText(std::size_t column) {
-    rows_->SetCell(column, row_, rows_->Cell<TextStore::Id>(column, row_ - 1));
+  void SetText(std::size_t column, std::string_view text) { rows_->SetText(column, at_, text); }
+  void SetInteger(std::size_t column, std::int32_t number) { rows_->SetInteger(column, at_, number); }
+  void SetDouble(std::size_t column, double number) { rows_->SetDouble(column, at_, number); }
+  void SetCurrency(std::size_t column, Currency amount) { rows_->SetCurrency(column, at_, amount); }
+  void SetDate(std::size_t column, Date date) { rows_->SetDate(column, at_, date); }
+  void SetBoolean(std::size_t column, bool flag) { rows_->SetBoolean(column, at_, flag); }
+  void SetNull(std::size_t column) { rows_->SetNull(column, at_); }
+  void SetValue(std::size_t column, const Variant& value) { rows_->SetValue(column, at_, value); }
+  // One text in all rows from number `firstRow` to the one that was committed last. Quicker than to set it in
+  // each of them.
+  void FillText(std::size_t column, std::size_t firstRow, std::string_view text) {
+    rows_->FillText(column, firstRow, row_, text);
   }
-  void SetInteger(std::size_t column, std::int32_t number) { rows_->SetInteger(column, row_, number); }
-  void SetDouble(std::size_t column, double number) { rows_->SetDouble(column, row_, number); }
-  void SetCurrency(std::size_t column, Currency amount) { rows_->SetCurrency(column, row_, amount); }
-  void SetDate(std::size_t column, Date date) { rows_->SetDate(column, row_, date); }
-  void SetBoolean(std::size_t column, bool flag) { rows_->SetBoolean(column, row_, flag); }
-  void SetNull(std::size_t column) { rows_->SetNull(column, row_); }
-  void SetValue(std::size_t column, const Variant& value) { rows_->SetValue(column, row_, value); }
 
   void CommitRow() {
     rows_->AppendTail();
-    ++row_;
+    at_ = rows_->At(++row_);
   }
+  // The number of the row that is in the making.
+  std::size_t Row() const { return row_; }
 
  private:
   std::shared_ptr<RowStore> rows_;
   std::size_t row_;
+  RowStore::Place at_;
 };
 
 }  // namespace platform

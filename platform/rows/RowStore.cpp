@@ -133,6 +133,26 @@ void RowStore::MakePlain(std::size_t column, Chunk& chunk) {
   blocks_.Give(coded.cells, kCodedBytes);
 }
 
+// The code of a value in a coded column; kMostCoded when it is not among them and there is no room for it.
+std::size_t RowStore::CodeOf(std::size_t column, Chunk& chunk, std::uint64_t bits) {
+  std::uint64_t known = 0;
+  auto is = [&](std::size_t code) {
+    std::memcpy(&known, CodedValue(chunk, code), sizeof known);
+    return known == bits;
+  };
+  std::uint8_t& hint = columns_[column].hints[(bits * 0x9E3779B97F4A7C15U) >> 58U];
+  if (hint < chunk.count && is(hint)) return hint;
+  std::size_t code = 0;
+  while (code < chunk.count && !is(code)) ++code;
+  if (code == kMostCoded) return code;
+  if (code == chunk.count) {
+    ++chunk.count;
+    std::memcpy(CodedValue(chunk, code), &bits, sizeof bits);
+  }
+  hint = static_cast<std::uint8_t>(code);
+  return code;
+}
+
 // The value is not the one that the column's rows hold so far, or was written last.
 void RowStore::SetBits(std::size_t column, Chunk& chunk, std::size_t place, std::uint64_t bits) {
   if (chunk.kind == ChunkKind::kSame) {
@@ -144,21 +164,9 @@ void RowStore::SetBits(std::size_t column, Chunk& chunk, std::size_t place, std:
     if (chunk.count == 0) chunk.value = bits;
     MakeCoded(chunk);
   }
-  std::uint64_t known = 0;
-  // A run of values often comes round again in the same order.
-  for (std::size_t i = 0, code = chunk.last; i < chunk.count; ++i) {
-    std::memcpy(&known, CodedValue(chunk, code), sizeof known);
-    if (known == bits) {
-      chunk.last = static_cast<std::uint8_t>(code);
-      chunk.cells[place] = static_cast<std::byte>(code + 1);
-      return;
-    }
-    if (++code == chunk.count) code = 0;
-  }
-  if (chunk.count < kMostCoded) {
-    chunk.last = static_cast<std::uint8_t>(chunk.count++);
-    std::memcpy(CodedValue(chunk, chunk.last), &bits, sizeof bits);
-    chunk.cells[place] = static_cast<std::byte>(chunk.last + 1);
+  if (const std::size_t code = CodeOf(column, chunk, bits); code < kMostCoded) {
+    chunk.last = static_cast<std::uint8_t>(code);
+    chunk.cells[place] = static_cast<std::byte>(code + 1);
     return;
   }
   MakePlain(column, chunk);
@@ -167,26 +175,67 @@ void RowStore::SetBits(std::size_t column, Chunk& chunk, std::size_t place, std:
   PresentBits(column, chunk)[place / 8] |= std::byte{1} << (place % 8);
 }
 
-void RowStore::SetNull(std::size_t column, std::size_t row) {
-  Chunk& chunk = ChunkOf(column, row);
-  const std::size_t place = row % kRowsPerGroup;
+// A value in the rows of a group from one place to another.
+void RowStore::FillBits(std::size_t column, Chunk& chunk, std::size_t from, std::size_t to,
+                        std::uint64_t bits) {
   if (chunk.kind == ChunkKind::kSame) {
-    if (place >= chunk.count) return;
-    if (place + 1U == chunk.count) {
+    if (from == 0 && chunk.count <= to) {
+      chunk.value = bits;
+      chunk.count = static_cast<std::uint16_t>(to);
+      return;
+    }
+    if (from == chunk.count && chunk.value == bits) {
+      chunk.count = static_cast<std::uint16_t>(to);
+      return;
+    }
+    SetBits(column, chunk, from, bits);
+  }
+  if (chunk.kind == ChunkKind::kCoded) {
+    if (const std::size_t code = CodeOf(column, chunk, bits); code < kMostCoded) {
+      std::memset(chunk.cells + from, static_cast<int>(code + 1), to - from);
+      return;
+    }
+    MakePlain(column, chunk);
+  }
+  const std::size_t size = columns_[column].cellBytes;
+  for (std::size_t place = from; place < to; ++place) {
+    std::memcpy(chunk.cells + place * size, &bits, size);
+    PresentBits(column, chunk)[place / 8] |= std::byte{1} << (place % 8);
+  }
+}
+
+bool RowStore::IsNull(std::size_t column, Place at) const {
+  const Chunk& chunk = at.group[column];
+  switch (chunk.kind) {
+    case ChunkKind::kSame:
+      return at.offset >= chunk.count;
+    case ChunkKind::kCoded:
+      return chunk.cells[at.offset] == std::byte{0};
+    case ChunkKind::kPlain:
+      break;
+  }
+  return !IsPresent(column, chunk, at.offset);
+}
+
+void RowStore::SetNull(std::size_t column, Place at) {
+  Chunk& chunk = at.group[column];
+  if (chunk.kind == ChunkKind::kSame) {
+    if (at.offset >= chunk.count) return;
+    if (at.offset + 1U == chunk.count) {
       --chunk.count;
       return;
     }
     MakeCoded(chunk);
   }
   if (chunk.kind == ChunkKind::kCoded) {
-    chunk.cells[place] = std::byte{0};
+    chunk.cells[at.offset] = std::byte{0};
   } else {
-    PresentBits(column, chunk)[place / 8] &= ~(std::byte{1} << (place % 8));
+    PresentBits(column, chunk)[at.offset / 8] &= ~(std::byte{1} << (at.offset % 8));
   }
 }
 
 void RowStore::DropTail() {
-  for (std::size_t column = 0; column < columns_.size(); ++column) SetNull(column, rowCount_);
+  for (std::size_t column = 0; column < columns_.size(); ++column) SetNull(column, At(rowCount_));
 }
 
 void RowStore::TruncateTo(std::size_t rowCount) {
@@ -194,79 +243,98 @@ void RowStore::TruncateTo(std::size_t rowCount) {
   while (groups_.size() > rowCount / kRowsPerGroup + 1) DropGroup();
   const std::size_t last = std::min(rowCount_, groups_.size() * kRowsPerGroup);
   for (std::size_t row = last; row > rowCount; --row) {
-    for (std::size_t column = 0; column < columns_.size(); ++column) SetNull(column, row - 1);
+    for (std::size_t column = 0; column < columns_.size(); ++column) SetNull(column, At(row - 1));
   }
   rowCount_ = rowCount;
   ++removals_;
 }
 
-void RowStore::SetText(std::size_t column, std::size_t row, std::string_view text) {
+TextStore::Id RowStore::KeepText(std::size_t column, std::string_view text) {
   Column& target = columns_[column];
-  if (!IsTextType(target.type)) return SetValue(column, row, text);
-  if (text.empty()) return SetCell(column, row, target.emptyId);
-  // Neighbouring rows often repeat a text, and then it is known to fit as well.
-  if (!SameText(text, target.lastText)) {
-    if (target.width != 0 && text.size() > target.width && CharacterCount(text) > target.width) {
-      throw Error(ErrorNumber::kOverflow, "Recordset",
-                  "field " + fields_[column].name + ": the text has " + std::to_string(CharacterCount(text)) +
-                      " characters, the field holds " + std::to_string(target.width));
-    }
-    target.lastId = texts_.Keep(text);
-    target.lastText = texts_.Text(target.lastId);
+  if (target.width != 0 && text.size() > target.width && CharacterCount(text) > target.width) {
+    throw Error(ErrorNumber::kOverflow, "Recordset",
+                "field " + fields_[column].name + ": the text has " + std::to_string(CharacterCount(text)) +
+                    " characters, the field holds " + std::to_string(target.width));
   }
-  SetCell(column, row, target.lastId);
+  target.lastId = texts_.Keep(text);
+  target.lastText = texts_.Text(target.lastId);
+  return target.lastId;
 }
 
-void RowStore::SetValue(std::size_t column, std::size_t row, const Variant& value) {
-  if (value.IsNull()) return SetNull(column, row);
-  if (IsTextType(Type(column)) && value.IsText()) return SetText(column, row, *value.As<std::string>());
+void RowStore::SetOtherText(std::size_t column, Place at, std::string_view text) {
+  if (!IsTextType(Type(column))) return SetValue(column, at, text);
+  Write(column, at, KeepText(column, text));
+}
+
+void RowStore::FillText(std::size_t column, std::size_t firstRow, std::size_t pastRow,
+                        std::string_view text) {
+  if (firstRow >= pastRow) return;
+  if (!IsTextType(Type(column))) {
+    for (std::size_t row = firstRow; row < pastRow; ++row) SetValue(column, At(row), text);
+    return;
+  }
+  const TextStore::Id id = KeepText(column, text);
+  while (firstRow < pastRow) {
+    const Place at = At(firstRow);
+    const std::size_t to = std::min(kRowsPerGroup, at.offset + (pastRow - firstRow));
+    FillBits(column, at.group[column], at.offset, to, id);
+    firstRow += to - at.offset;
+  }
+}
+
+void RowStore::SetValue(std::size_t column, Place at, const Variant& value) {
+  if (value.IsNull()) return SetNull(column, at);
+  if (IsTextType(Type(column)) && value.IsText()) return SetText(column, at, *value.As<std::string>());
   try {
-    SetConverted(column, row, value);
+    SetConverted(column, at, value);
   } catch (const Error& error) {
     throw Error(error.Number(), "Recordset", "field " + fields_[column].name + ": " + error.Description());
   }
 }
 
-void RowStore::SetConverted(std::size_t column, std::size_t row, const Variant& value) {
+void RowStore::SetConverted(std::size_t column, Place at, const Variant& value) {
   switch (Type(column)) {
     case FieldType::kText:
     case FieldType::kWideText:
-      return SetText(column, row, ToText(value));
+      return SetText(column, at, ToText(value));
     case FieldType::kInt16:
-      return SetCell(column, row, ToInt16(value));
+      return Write(column, at, ToInt16(value));
     case FieldType::kInt32:
-      return SetCell(column, row, ToInt32(value));
+      return Write(column, at, ToInt32(value));
     case FieldType::kDouble:
     case FieldType::kNumeric:
-      return SetCell(column, row, ToDouble(value));
+      return Write(column, at, ToDouble(value));
     case FieldType::kCurrency:
-      return SetCell(column, row, ToCurrency(value));
+      return Write(column, at, ToCurrency(value));
     case FieldType::kDate:
-      return SetCell(column, row, ToDate(value));
+      return Write(column, at, ToDate(value));
     case FieldType::kBoolean:
-      return SetCell(column, row, ToBoolean(value));
+      return Write(column, at, ToBoolean(value));
   }
 }
 
-Variant RowStore::Value(std::size_t column, std::size_t row) const {
-  if (IsNull(column, row)) return Null{};
+Variant RowStore::Value(std::size_t column, Place at) const {
+  auto read = [&]<class T>(T value) -> Variant {
+    if (!Read(column, at, value)) return Null{};
+    return value;
+  };
   switch (Type(column)) {
     case FieldType::kText:
     case FieldType::kWideText:
-      return Text(column, row);
+      return IsNull(column, at) ? Variant(Null{}) : Variant(Text(column, at));
     case FieldType::kInt16:
-      return Cell<std::int16_t>(column, row);
+      return read(std::int16_t{});
     case FieldType::kInt32:
-      return Cell<std::int32_t>(column, row);
+      return read(std::int32_t{});
     case FieldType::kDouble:
     case FieldType::kNumeric:
-      return Cell<double>(column, row);
+      return read(double{});
     case FieldType::kCurrency:
-      return Cell<Currency>(column, row);
+      return read(Currency());
     case FieldType::kDate:
-      return Cell<Date>(column, row);
+      return read(Date());
     case FieldType::kBoolean:
-      return Cell<bool>(column, row);
+      return read(bool{});
   }
   return {};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -23,6 +24,8 @@ namespace platform {
 // byte a row while there are few different ones, and only then an array of cells. A reader is told nothing of
 // it.
 class RowStore {
+  struct Chunk;
+
  public:
   static constexpr std::size_t kRowsPerGroup = 512;
 
@@ -45,94 +48,116 @@ class RowStore {
   void DropTail();
   void TruncateTo(std::size_t rowCount);
 
-  bool IsNull(std::size_t column, std::size_t row) const {
-    const Chunk& chunk = ChunkOf(column, row);
-    const std::size_t place = row % kRowsPerGroup;
+  // Where a row's cells are, for a writer or a reader of many of them. Good for as long as the row is there.
+  struct Place {
+    Chunk* group = nullptr;  // its columns in their order
+    std::size_t offset = 0;  // within the group
+  };
+  Place At(std::size_t row) const {
+    return {.group = groups_[row / kRowsPerGroup].get(), .offset = row % kRowsPerGroup};
+  }
+
+  // The stored cell; the caller has checked the column's type. False for a null.
+  template <class T>
+  bool Read(std::size_t column, Place at, T& value) const {
+    const Chunk& chunk = at.group[column];
+    const void* cell = &chunk.value;
     switch (chunk.kind) {
       case ChunkKind::kSame:
-        return place >= chunk.count;
-      case ChunkKind::kCoded:
-        return chunk.cells[place] == std::byte{0};
+        if (at.offset >= chunk.count) return false;
+        break;
+      case ChunkKind::kCoded: {
+        const auto code = static_cast<std::size_t>(chunk.cells[at.offset]);
+        if (code == 0) return false;
+        cell = CodedValue(chunk, code - 1);
+        break;
+      }
       case ChunkKind::kPlain:
+        if (!IsPresent(column, chunk, at.offset)) return false;
+        cell = chunk.cells + at.offset * sizeof(T);
         break;
     }
-    return ((PresentBits(column, chunk)[place / 8] >> (place % 8)) & std::byte{1}) == std::byte{0};
-  }
-  void SetNull(std::size_t column, std::size_t row);
-
-  // The stored cell; the caller has checked the column's type. Undefined for a null.
-  template <class T>
-  T Cell(std::size_t column, std::size_t row) const {
-    const Chunk& chunk = ChunkOf(column, row);
-    const std::size_t place = row % kRowsPerGroup;
-    const void* cell = &chunk.value;
-    if (chunk.kind == ChunkKind::kPlain) {
-      cell = chunk.cells + place * sizeof(T);
-    } else if (chunk.kind == ChunkKind::kCoded) {
-      cell = CodedValue(chunk, static_cast<std::size_t>(chunk.cells[place]) - 1);
-    }
-    T value;
     std::memcpy(&value, cell, sizeof(T));
+    return true;
+  }
+  // The same, with T's own first value for a null.
+  template <class T>
+  T Cell(std::size_t column, Place at) const {
+    T value{};
+    Read(column, at, value);
     return value;
   }
   template <class T>
-  void SetCell(std::size_t column, std::size_t row, T value) {
+  void Write(std::size_t column, Place at, T value) {
     static_assert(sizeof(T) <= sizeof(std::uint64_t));
-    Chunk& chunk = ChunkOf(column, row);
-    const std::size_t place = row % kRowsPerGroup;
+    Chunk& chunk = at.group[column];
     std::uint64_t bits = 0;
     std::memcpy(&bits, &value, sizeof(T));
     switch (chunk.kind) {
       case ChunkKind::kSame:
-        if (place > chunk.count || chunk.count == 0 || bits != chunk.value) break;
-        if (place == chunk.count) ++chunk.count;
+        if (at.offset > chunk.count || chunk.count == 0 || bits != chunk.value) break;
+        if (at.offset == chunk.count) ++chunk.count;
         return;
       case ChunkKind::kCoded:
         if (std::memcmp(CodedValue(chunk, chunk.last), &bits, sizeof bits) != 0) break;
-        chunk.cells[place] = static_cast<std::byte>(chunk.last + 1);
+        chunk.cells[at.offset] = static_cast<std::byte>(chunk.last + 1);
         return;
       case ChunkKind::kPlain:
-        std::memcpy(chunk.cells + place * sizeof(T), &bits, sizeof(T));
-        PresentBits(column, chunk)[place / 8] |= std::byte{1} << (place % 8);
+        std::memcpy(chunk.cells + at.offset * sizeof(T), &bits, sizeof(T));
+        PresentBits(column, chunk)[at.offset / 8] |= std::byte{1} << (at.offset % 8);
         return;
     }
-    SetBits(column, chunk, place, bits);
+    SetBits(column, chunk, at.offset, bits);
   }
 
   FieldType Type(std::size_t column) const { return columns_[column].type; }
 
   // Checked writes of one kind; a column of another type takes the value converted. Errors name the field.
-  void SetText(std::size_t column, std::size_t row, std::string_view text);
-  void SetInteger(std::size_t column, std::size_t row, std::int32_t number) {
-    if (Type(column) == FieldType::kInt32) return SetCell(column, row, number);
+  void SetText(std::size_t column, Place at, std::string_view text) {
+    const Column& target = columns_[column];
+    if (IsTextType(target.type)) {
+      if (text.empty()) return Write(column, at, target.emptyId);
+      // Neighbouring rows often repeat a text, and then it is known to fit as well.
+      if (SameText(text, target.lastText)) return Write(column, at, target.lastId);
+    }
+    SetOtherText(column, at, text);
+  }
+  void SetInteger(std::size_t column, Place at, std::int32_t number) {
+    if (Type(column) == FieldType::kInt32) return Write(column, at, number);
     if (Type(column) == FieldType::kInt16 && number == static_cast<std::int16_t>(number)) {
-      return SetCell(column, row, static_cast<std::int16_t>(number));
+      return Write(column, at, static_cast<std::int16_t>(number));
     }
-    SetValue(column, row, number);
+    SetValue(column, at, number);
   }
-  void SetDouble(std::size_t column, std::size_t row, double number) {
+  void SetDouble(std::size_t column, Place at, double number) {
     if (Type(column) == FieldType::kDouble || Type(column) == FieldType::kNumeric) {
-      return SetCell(column, row, number);
+      return Write(column, at, number);
     }
-    SetValue(column, row, number);
+    SetValue(column, at, number);
   }
-  void SetCurrency(std::size_t column, std::size_t row, Currency amount) {
-    if (Type(column) == FieldType::kCurrency) return SetCell(column, row, amount);
-    SetValue(column, row, amount);
+  void SetCurrency(std::size_t column, Place at, Currency amount) {
+    if (Type(column) == FieldType::kCurrency) return Write(column, at, amount);
+    SetValue(column, at, amount);
   }
-  void SetDate(std::size_t column, std::size_t row, Date date) {
-    if (Type(column) == FieldType::kDate) return SetCell(column, row, date);
-    SetValue(column, row, date);
+  void SetDate(std::size_t column, Place at, Date date) {
+    if (Type(column) == FieldType::kDate) return Write(column, at, date);
+    SetValue(column, at, date);
   }
-  void SetBoolean(std::size_t column, std::size_t row, bool flag) {
-    if (Type(column) == FieldType::kBoolean) return SetCell(column, row, flag);
-    SetValue(column, row, flag);
+  void SetBoolean(std::size_t column, Place at, bool flag) {
+    if (Type(column) == FieldType::kBoolean) return Write(column, at, flag);
+    SetValue(column, at, flag);
   }
-  void SetValue(std::size_t column, std::size_t row, const Variant& value);
+  void SetValue(std::size_t column, Place at, const Variant& value);
+  void SetNull(std::size_t column, Place at);
+  // One text in a stretch of rows, whatever they held.
+  void FillText(std::size_t column, std::size_t firstRow, std::size_t pastRow, std::string_view text);
 
-  Variant Value(std::size_t column, std::size_t row) const;
-  std::string_view Text(std::size_t column, std::size_t row) const {
-    return texts_.Text(Cell<TextStore::Id>(column, row));
+  bool IsNull(std::size_t column, Place at) const;
+  Variant Value(std::size_t column, Place at) const;
+  // Empty for a null.
+  std::string_view Text(std::size_t column, Place at) const {
+    TextStore::Id id = 0;
+    return Read(column, at, id) ? texts_.Text(id) : std::string_view();
   }
 
   // What rows, texts and indexes take from the heap.
@@ -152,6 +177,7 @@ class RowStore {
     std::uint8_t last = 0;  // coded: the value that was written last
   };
   static constexpr std::size_t kMostCoded = 32;
+  static constexpr std::size_t kHints = 64;
   static constexpr std::size_t kCodedBytes = kRowsPerGroup + kMostCoded * sizeof(std::uint64_t);
   static constexpr std::size_t kPresentBytes = kRowsPerGroup / 8;
 
@@ -162,12 +188,13 @@ class RowStore {
     TextStore::Id emptyId = 0;
     std::string_view lastText;  // the text written last, and its id
     TextStore::Id lastId = 0;
+    // Where a coded value was found last, by a hash of it.
+    std::array<std::uint8_t, kHints> hints{};
   };
 
-  const Chunk& ChunkOf(std::size_t column, std::size_t row) const {
-    return groups_[row / kRowsPerGroup][column];
+  bool IsPresent(std::size_t column, const Chunk& chunk, std::size_t place) const {
+    return ((PresentBits(column, chunk)[place / 8] >> (place % 8)) & std::byte{1}) != std::byte{0};
   }
-  Chunk& ChunkOf(std::size_t column, std::size_t row) { return groups_[row / kRowsPerGroup][column]; }
   static std::byte* CodedValue(const Chunk& chunk, std::size_t code) {
     return chunk.cells + kRowsPerGroup + code * sizeof(std::uint64_t);
   }
@@ -181,7 +208,11 @@ class RowStore {
   void MakeCoded(Chunk& chunk);
   void MakePlain(std::size_t column, Chunk& chunk);
   void SetBits(std::size_t column, Chunk& chunk, std::size_t place, std::uint64_t bits);
-  void SetConverted(std::size_t column, std::size_t row, const Variant& value);
+  std::size_t CodeOf(std::size_t column, Chunk& chunk, std::uint64_t bits);
+  void FillBits(std::size_t column, Chunk& chunk, std::size_t from, std::size_t to, std::uint64_t bits);
+  TextStore::Id KeepText(std::size_t column, std::string_view text);
+  void SetOtherText(std::size_t column, Place at, std::string_view text);
+  void SetConverted(std::size_t column, Place at, const Variant& value);
 
   std::vector<Field> fields_;
   std::vector<Column> columns_;

@@ -90,6 +90,8 @@ std::string_view TrimBlanks(std::string_view text) {
 }
 
 bool EqualsIgnoreCase(std::string_view left, std::string_view right) {
+  if (left.size() != right.size()) return false;
+  if (left == right) return true;  // names are nearly always written in one way
   auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; };
   return std::ranges::equal(left, right, {}, lower, lower);
 }

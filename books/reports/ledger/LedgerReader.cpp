@@ -1,9 +1,10 @@
 // An item's balances are read once, as they stood before the first period. From there they are carried on
-// from movement to movement, which is how the book works its stored balances out, so that every period's closing
-// is the next one's opening. Goods that are costed by batch lie there batch by batch. The others lie together: a
-// batch of them has no cost of its own, and a sold-out one would be left with a rest of the common cost. Before accounting began there is nothing; the balances of
-// the period just before it are the opening stock. Beyond the last stored balance nothing has moved.
-// Movements are clustered by item and come in the order of costing.
+// from movement to movement, which is how the book works its stored balances out, so that every period's
+// closing is the next one's opening. Goods that are costed by batch lie there batch by batch. The others lie
+// together: a batch of them has no cost of its own, and a sold-out one would be left with a rest of the
+// common cost. Before accounting began there is nothing; the balances of the period just before it are the
+// opening stock. Beyond the last stored balance nothing has moved. Movements are clustered by item and come
+// in the order of costing.
 #include "books/reports/ledger/LedgerReader.h"
 
 #include <algorithm>
@@ -62,12 +63,13 @@ constexpr RowField kMovementFields[] = {
 constexpr std::size_t kIn = 10;
 constexpr std::size_t kOut = 14;
 
-constexpr std::string_view kMovementSql = R"sql(
-SELECT period, bill_id, line, date, batch_id, aux_id, direction, quantity, amount, warehouse_id
-FROM movement
-WHERE item_id = ? AND date >= ? AND date < ?
-ORDER BY date, day_order, bill_id, direction, line
-)sql";
+// The warehouse is read only where some are left out: each column costs its time over millions of movements.
+std::string MovementSql(bool withWarehouse) {
+  return "SELECT date, bill_id, line, batch_id, aux_id, direction, quantity, amount" +
+         std::string(withWarehouse ? ", warehouse_id" : "") +
+         " FROM movement WHERE item_id = ? AND date >= ? AND date < ?"
+         " ORDER BY date, day_order, bill_id, direction, line";
+}
 
 constexpr std::string_view kBalanceSql = R"sql(
 SELECT warehouse_id, batch_id, quantity, amount FROM balance WHERE item_id = ? AND period = ?
@@ -161,7 +163,8 @@ class LedgerReader::Output {
 
 LedgerReader::LedgerReader(services::Store& store)
     : store_(store),
-      movements_(store.Reading().Prepare(kMovementSql)),
+      movements_(store.Reading().Prepare(MovementSql(false))),
+      placedMovements_(store.Reading().Prepare(MovementSql(true))),
       balances_(store.Reading().Prepare(kBalanceSql)),
       valuation_(store.Reading().Prepare(kValuationSql)),
       itemBatches_(store.Reading().Prepare(kBatchSql)),
@@ -273,28 +276,28 @@ void LedgerReader::ReadBalances(std::int32_t itemId, std::int32_t period) {
   }
 }
 
-void LedgerReader::AddMovement(std::int32_t itemId, Output& output) {
-  if (!choice_->everyWarehouse && !choice_->HasWarehouse(movements_.Integer(9))) return;
-  Batch* const batch = ChosenBatch(itemId, movements_.Integer(4));
+void LedgerReader::AddMovement(std::int32_t itemId, const Statement& movement, Output& output) {
+  if (!choice_->everyWarehouse && !choice_->HasWarehouse(movement.Integer(8))) return;
+  Batch* const batch = ChosenBatch(itemId, movement.Integer(3));
   if (batch == nullptr) return;
-  const bool isIn = movements_.Int32(6) > 0;
-  const Quantity quantity = movements_.GetQuantity(7);
-  const Currency amount = movements_.Amount(8);
+  const bool isIn = movement.Int32(5) > 0;
+  const Quantity quantity = movement.GetQuantity(6);
+  const Currency amount = movement.Amount(7);
   Batch& stock = StockOf(*batch);
   stock.quantity += isIn ? quantity : -quantity;
   stock.amount += isIn ? amount : -amount;
   stock.moved = true;
-  const std::int64_t billId = movements_.Integer(1);
+  const std::int64_t billId = movement.Integer(1);
   const BillText bill = bills_.Of(billId);
   RowAppender& row = output.Movements().row;
   row.SetInteger(0, static_cast<std::int32_t>(billId));
-  row.SetInteger(1, movements_.Int32(2));
-  row.SetDate(2, movements_.GetDate(3));
+  row.SetInteger(1, movement.Int32(2));
+  row.SetDate(2, movement.GetDate(0));
   row.SetText(3, bill.voucher);
   row.SetText(4, batch->number);
   row.SetText(5, bill.explanation);
   row.SetText(6, ClassName(bill.billClass));
-  row.SetText(7, AuxName(movements_.Integer(5)));
+  row.SetText(7, AuxName(movement.Integer(4)));
   row.SetText(8, bill.number);
   row.SetInteger(9, bill.billClass);
   SetSide(row, kIn, isIn ? quantity.ToDouble() : 0, isIn ? amount : Currency());
@@ -319,12 +322,13 @@ void LedgerReader::ReadItem(std::int32_t itemId, std::int32_t firstPeriod, std::
   };
   std::int32_t at = firstPeriod;
   begin(at);
-  movements_.Bind(itemId, DaysOf(firstPeriod).first, DaysOf(lastPeriod).past);
-  while (movements_.Step()) {
-    for (const std::int32_t period = std::min(movements_.Int32(0), lastPeriod); at < period; begin(++at)) {
+  Statement& movement = choice_->everyWarehouse ? movements_ : placedMovements_;
+  movement.Bind(itemId, DaysOf(firstPeriod).first, DaysOf(lastPeriod).past);
+  for (Date past = DaysOf(at).past; movement.Step(); AddMovement(itemId, movement, output)) {
+    for (const Date date = movement.GetDate(0); at < lastPeriod && date >= past; past = DaysOf(at).past) {
       end(at);
+      begin(++at);
     }
-    AddMovement(itemId, output);
   }
   for (; at < lastPeriod; begin(++at)) end(at);
   end(at);

@@ -75,12 +75,13 @@ class LedgerReader {
   void ReadBatches(std::int32_t itemId);
   Batch* ChosenBatch(std::int32_t itemId, std::int64_t id);
   void ReadBalances(std::int32_t itemId, std::int32_t period);
-  void AddMovement(std::int32_t itemId, Output& output);
+  void AddMovement(std::int32_t itemId, const database::Statement& movement, Output& output);
   std::string_view AuxName(std::int64_t id);
   std::string_view ClassName(std::int32_t billClass);
 
   services::Store& store_;
   database::Statement movements_;
+  database::Statement placedMovements_;  // with their warehouses
   database::Statement balances_;
   database::Statement valuation_;
   database::Statement itemBatches_;

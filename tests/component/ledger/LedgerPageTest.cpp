@@ -71,22 +71,30 @@ TEST_F(LedgerPageTest, TitlesGoToTheirFields) {
   const Ref<Recordset> page = NewLedgerRs(true);
   {
     const LedgerTitles titles = TitlesOf(lines);
-    const LedgerTitles none = TitlesOf({});
     LedgerTitles own;
     own[10] = "own";
-    LedgerPage(*page, &titles).AddLedgerRow({});
-    LedgerPage(*page, &none).AddLedgerRow({});
-    LedgerPage(*page, &titles).AddLedgerRowTitled({}, own);
+    LedgerPage item(*page, &titles);
+    item.AddLedgerRow({});
+    item.AddLedgerRowTitled({}, own);
+    item.AddLedgerRow({});
+    item.AddLedgerRow({});
+    item.Finish();
+  }
+  {
+    const LedgerTitles none = TitlesOf({});
+    LedgerPage item(*page, &none);
+    item.AddLedgerRow({});
+    item.Finish();
   }
   std::vector<std::string> rows;
-  for (std::size_t row = 0; row < 3; ++row) {
+  for (std::size_t row = 0; row < 5; ++row) {
     std::string line;
     for (const char* field : {"FTitle1", "FTitle2", "FTitle8", "FTitle11"}) {
       line += std::string(page->TextAt(page->FieldIndex(field), row)) + "|";
     }
     rows.push_back(line);
   }
-  EXPECT_THAT(rows, ElementsAre("first|second|||", "||||", "|||own|"));
+  EXPECT_THAT(rows, ElementsAre("first|second|||", "|||own|", "first|second|||", "first|second|||", "||||"));
 }
 
 Ref<Recordset> Source() {

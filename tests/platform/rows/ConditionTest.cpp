@@ -28,7 +28,7 @@ class ConditionTest : public testing::Test {
     for (const auto& [field, value] : cells) rows_.AppendField(field);
     rows_.ClaimTail();
     for (std::size_t column = 0; column < std::size(cells); ++column)
-      rows_.SetValue(column, 0, cells[column].second);
+      rows_.SetValue(column, rows_.At(0), cells[column].second);
     rows_.AppendTail();
   }
 

@@ -126,23 +126,51 @@ TEST(RowStoreTest, AColumnTakesTheRoomThatItsValuesNeed) {
   EXPECT_LT(same->Bytes() * 10, many->Bytes());
 }
 
-TEST(RowStoreTest, ARepeatedTextIsThatOfTheRowBefore) {
-  const Ref<Recordset> rows = MakeRef<Recordset>();
-  rows->AppendField("FTitle", FieldType::kText);
-  rows->Open();
-  {
+// Stretches of all lengths, over what was written before and over nothing, of few texts and of many.
+TEST(RowStoreTest, AFilledStretchReadsAsIfEachRowWereSet) {
+  for (const std::uint32_t texts : {1U, 5U, 200U}) {
+    SCOPED_TRACE(std::to_string(texts) + " texts");
+    std::mt19937 random(texts);
+    auto below = [&random](std::size_t limit) { return static_cast<std::size_t>(random() % limit); };
+    const Ref<Recordset> rows = MakeRef<Recordset>();
+    for (const char* field : {"FTitle", "FNumber"}) rows->AppendField(field, FieldType::kText, 20);
+    rows->Open();
+    std::vector<std::string> model;
     RowAppender row(*rows);
-    row.SetText(0, "a title");
-    row.CommitRow();
-    row.SetText(0, "another");
-    row.CommitRow();
-    for (std::size_t i = 0; i < RowStore::kRowsPerGroup; ++i) {
-      row.RepeatText(0);
-      row.CommitRow();
+    while (model.size() < 8000) {
+      for (std::size_t count = below(texts == 200U ? 20 : 900); count > 0; --count) {
+        const bool isSet = below(4) == 0;
+        model.push_back(isSet ? "set " + std::to_string(below(texts)) : "");
+        if (isSet) row.SetText(0, model.back());
+        row.CommitRow();
+      }
+      const std::size_t first = model.size() - below(model.size() + 1);
+      const std::string text = below(9) == 0 ? "" : "filled " + std::to_string(below(texts));
+      row.FillText(0, first, text);
+      row.FillText(1, 0, "all");
+      for (std::size_t i = first; i < model.size(); ++i) model[i] = text;
+    }
+    for (std::size_t i = 0; i < model.size(); ++i) {
+      ASSERT_EQ(rows->TextAt(0, i), model[i]) << "row " << i;
+      ASSERT_EQ(rows->TextAt(1, i), "all") << "row " << i;
     }
   }
-  EXPECT_EQ(rows->TextAt(0, 0), "a title");
-  EXPECT_EQ(rows->TextAt(0, RowStore::kRowsPerGroup + 1), "another");
+}
+
+TEST(RowStoreTest, AFilledStretchIsCheckedAsARowIs) {
+  const Ref<Recordset> rows = MakeRef<Recordset>();
+  rows->AppendField("FTitle", FieldType::kText, 5);
+  rows->AppendField("FCount", FieldType::kInt32);
+  rows->Open();
+  RowAppender row(*rows);
+  for (int i = 0; i < 3; ++i) row.CommitRow();
+  row.FillText(1, 1, "12");
+  EXPECT_TRUE(rows->IsNullAt(1, 0));
+  EXPECT_EQ(rows->IntegerAt(1, 2), 12) << "another type takes the text converted";
+  row.FillText(0, 3, "no row, so nothing");
+  EXPECT_THROW(row.FillText(0, 0, "longer"), Error);
+  EXPECT_THROW(row.FillText(1, 0, "no number"), Error);
+  EXPECT_TRUE(rows->IsNullAt(0, 0));
 }
 
 }  // namespace

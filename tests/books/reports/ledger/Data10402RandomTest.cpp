@@ -207,8 +207,8 @@ class PlainLedger {
     }
     return lines;
   }
-  // At the end of a period, batch by batch where each has its cost. With `moved` what has come to 0 in it has a
-  // row too.
+  // At the end of a period, batch by batch where each has its cost. With `moved` what has come to 0 in it has
+  // a row too.
   std::vector<std::string> Lying(const Asked& asked, Id item, int period, bool moved) const {
     std::map<std::string, std::pair<std::int64_t, std::int64_t>> sums;
     std::set<std::string> touched;
@@ -354,7 +354,8 @@ TEST(Data10402RandomTest, AgreesWithTheStoredBalances) {
       for (int period = kStart; period <= until; ++period) {
         SCOPED_TRACE("item " + std::to_string(item) + ", period " + std::to_string(period));
         Statement rows = stored.Query(
-            "SELECT IIF(i.valuation = 80, COALESCE(x.number, ''), '') AS number, SUM(b.quantity), SUM(b.amount) "
+            "SELECT IIF(i.valuation = 80, COALESCE(x.number, ''), '') AS number, SUM(b.quantity), "
+            "SUM(b.amount) "
             "FROM balance b JOIN item i ON i.id = b.item_id LEFT JOIN batch x ON x.id = b.batch_id "
             "WHERE b.item_id = ? AND b.period = ? GROUP BY 1 "
             "HAVING SUM(b.quantity) <> 0 OR SUM(b.amount) <> 0 ORDER BY 1",
