@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <string_view>
 
 #include "books/schema/Schema.h"
 
@@ -13,6 +14,7 @@ using database::Quantity;
 using database::Statement;
 using schema::WarehouseType;
 
+constexpr std::string_view kCompanyName = "示范商贸有限公司";
 constexpr std::int64_t kMillion = Quantity::kScale;
 
 std::optional<Id> IfAny(Id id) { return id == 0 ? std::nullopt : std::optional(id); }
@@ -105,6 +107,8 @@ void WritePrices(Connection& connection, const Plan& plan, const Company& compan
 void WriteBaseData(Connection& connection, const Plan& plan, const Company& company, const Shelves& shelves,
                    const Prices& prices) {
   database::Transaction transaction(connection);
+  connection.Execute("INSERT INTO system_profile (category, key, value) VALUES ('Base', 'CompanyName', ?)",
+                     kCompanyName);
   WriteNodes(connection, company);
   Statement warehouse = connection.Prepare("INSERT INTO warehouse (id, type_code) VALUES (?, ?)");
   for (const Warehouse& facts : company.warehouses) {

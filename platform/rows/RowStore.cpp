@@ -261,11 +261,6 @@ TextStore::Id RowStore::KeepText(std::size_t column, std::string_view text) {
   return target.lastId;
 }
 
-void RowStore::SetOtherText(std::size_t column, Place at, std::string_view text) {
-  if (!IsTextType(Type(column))) return SetValue(column, at, text);
-  Write(column, at, KeepText(column, text));
-}
-
 void RowStore::FillText(std::size_t column, std::size_t firstRow, std::size_t pastRow,
                         std::string_view text) {
   if (firstRow >= pastRow) return;
@@ -273,7 +268,7 @@ void RowStore::FillText(std::size_t column, std::size_t firstRow, std::size_t pa
     for (std::size_t row = firstRow; row < pastRow; ++row) SetValue(column, At(row), text);
     return;
   }
-  const TextStore::Id id = KeepText(column, text);
+  const TextStore::Id id = IdOf(column, text);
   while (firstRow < pastRow) {
     const Place at = At(firstRow);
     const std::size_t to = std::min(kRowsPerGroup, at.offset + (pastRow - firstRow));

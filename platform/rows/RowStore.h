@@ -114,13 +114,8 @@ class RowStore {
 
   // Checked writes of one kind; a column of another type takes the value converted. Errors name the field.
   void SetText(std::size_t column, Place at, std::string_view text) {
-    const Column& target = columns_[column];
-    if (IsTextType(target.type)) {
-      if (text.empty()) return Write(column, at, target.emptyId);
-      // Neighbouring rows often repeat a text, and then it is known to fit as well.
-      if (SameText(text, target.lastText)) return Write(column, at, target.lastId);
-    }
-    SetOtherText(column, at, text);
+    if (!IsTextType(Type(column))) return SetValue(column, at, text);
+    Write(column, at, IdOf(column, text));
   }
   void SetInteger(std::size_t column, Place at, std::int32_t number) {
     if (Type(column) == FieldType::kInt32) return Write(column, at, number);
@@ -210,8 +205,13 @@ class RowStore {
   void SetBits(std::size_t column, Chunk& chunk, std::size_t place, std::uint64_t bits);
   std::size_t CodeOf(std::size_t column, Chunk& chunk, std::uint64_t bits);
   void FillBits(std::size_t column, Chunk& chunk, std::size_t from, std::size_t to, std::uint64_t bits);
+  // Neighbouring rows often repeat a text, and then it is known to fit as well.
+  TextStore::Id IdOf(std::size_t column, std::string_view text) {
+    const Column& known = columns_[column];
+    if (text.empty()) return known.emptyId;
+    return SameText(text, known.lastText) ? known.lastId : KeepText(column, text);
+  }
   TextStore::Id KeepText(std::size_t column, std::string_view text);
-  void SetOtherText(std::size_t column, Place at, std::string_view text);
   void SetConverted(std::size_t column, Place at, const Variant& value);
 
   std::vector<Field> fields_;

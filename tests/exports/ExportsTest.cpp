@@ -14,15 +14,15 @@
 #include "exports/Csv.h"
 #include "exports/Pdf.h"
 #include "exports/Xlsx.h"
-#include "platform/rows/Dictionary.h"
 #include "platform/system/Process.h"
 #include "platform/value/Error.h"
+#include "tests/exports/Header.h"
 
 namespace {
 
 using exports::Sheet;
+using exports::test::HeaderOf;
 using platform::Currency;
-using platform::Dictionary;
 using platform::FieldType;
 using platform::MakeRef;
 using platform::Recordset;
@@ -30,30 +30,6 @@ using platform::Ref;
 using platform::Vector;
 using testing::HasSubstr;
 using testing::Not;
-
-struct Column {
-  const char* caption;
-  const char* second;
-  const char* type;
-  const char* field;
-  bool visible = true;
-  bool forbidden = false;
-};
-
-Ref<Vector> HeaderOf(const std::vector<Column>& columns) {
-  const Ref<Vector> header = MakeRef<Vector>();
-  for (const Column& column : columns) {
-    const Ref<Dictionary> description = MakeRef<Dictionary>();
-    description->Set("FColCaption", column.caption);
-    description->Set("FHeadSecond", column.second);
-    description->Set("FColType", column.type);
-    description->Set("FColName", column.field);
-    description->Set("FVisible", column.visible ? 1 : 0);
-    description->Set("FForceHide", column.forbidden);
-    header->Add(description);
-  }
-  return header;
-}
 
 class Exports : public testing::Test {
  protected:

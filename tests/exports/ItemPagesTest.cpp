@@ -13,15 +13,15 @@
 #include "exports/CarriedTotals.h"
 #include "exports/Pdf.h"
 #include "exports/Xlsx.h"
-#include "platform/rows/Dictionary.h"
 #include "platform/system/Process.h"
 #include "platform/value/Clock.h"
+#include "tests/exports/Header.h"
 
 namespace {
 
 using exports::ItemPages;
+using exports::test::AddColumn;
 using platform::Currency;
-using platform::Dictionary;
 using platform::FieldType;
 using platform::MakeRef;
 using platform::Recordset;
@@ -48,10 +48,10 @@ class LedgerExport : public testing::Test {
  protected:
   LedgerExport() {
     platform::Clock::Fix(platform::Date::Of(2024, 3, 31));
-    AddColumn("事务类型$", "", "1", "FTranTypeName");
+    AddColumn(*header_, {"事务类型$", "", "1", "FTranTypeName"});
     for (const auto& [group, side] : {std::pair("收入+|", "FIn"), {"发出+|", "FOut"}, {"结存+|", "FBal"}}) {
-      AddColumn(group, "数量", "2", std::string(side) + "Qty");
-      AddColumn("", "金额", "6", std::string(side) + "Amount");
+      AddColumn(*header_, {group, "数量", "2", std::string(side) + "Qty"});
+      AddColumn(*header_, {"", "金额", "6", std::string(side) + "Amount"});
       figures_.push_back(std::string(side));
     }
     rows_->AppendField("FTranTypeName", FieldType::kText, 50);
@@ -69,17 +69,6 @@ class LedgerExport : public testing::Test {
   ~LedgerExport() override {
     platform::Clock::Fix({});
     std::filesystem::remove(file_);
-  }
-
-  void AddColumn(const std::string& caption, const char* second, const char* type, const std::string& field) {
-    const Ref<Dictionary> column = MakeRef<Dictionary>();
-    column->Set("FColCaption", caption);
-    column->Set("FHeadSecond", second);
-    column->Set("FColType", type);
-    column->Set("FColName", field);
-    column->Set("FVisible", 1);
-    column->Set("FForceHide", false);
-    header_->Add(column);
   }
 
   // Amounts are ten times the quantities.

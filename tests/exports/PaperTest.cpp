@@ -7,14 +7,13 @@
 
 #include "exports/Paper.h"
 #include "exports/Pdf.h"
-#include "platform/rows/Dictionary.h"
 #include "platform/system/Process.h"
+#include "tests/exports/Header.h"
 
 namespace {
 
 using exports::Orientation;
 using exports::Paper;
-using platform::Dictionary;
 using platform::FieldType;
 using platform::MakeRef;
 using platform::Recordset;
@@ -44,14 +43,7 @@ std::string PagesOf(int columnCount, const exports::PageSetup& setup) {
   const Ref<Recordset> rows = MakeRef<Recordset>();
   for (int i = 0; i < columnCount; ++i) {
     const std::string field = "F" + std::to_string(i);
-    const Ref<Dictionary> column = MakeRef<Dictionary>();
-    column->Set("FColCaption", "一二三四五六七$");
-    column->Set("FHeadSecond", "");
-    column->Set("FColType", "2");
-    column->Set("FColName", field);
-    column->Set("FVisible", 1);
-    column->Set("FForceHide", false);
-    header->Add(column);
+    exports::test::AddColumn(*header, {"一二三四五六七$", "", "2", field});
     rows->AppendField(field, FieldType::kDouble);
   }
   rows->Open();

@@ -91,6 +91,9 @@ struct Bounds {
 };
 
 constexpr Bounds kSmallBook[] = {
+    {"the company's name",
+     "SELECT COUNT(*) FROM system_profile WHERE category = 'Base' AND key = 'CompanyName' AND value <> ''", 1,
+     1},
     {"items", "SELECT COUNT(*) FROM item", 200, 200},
     {"three levels of categories above every item",
      "SELECT COUNT(*) FROM base_data WHERE class_id = 4 AND detail = 1 AND level <> 4", 0, 0},
