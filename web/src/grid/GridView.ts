@@ -7,11 +7,14 @@ import type { GridColumn } from "./columns";
 import type { Precision } from "./formats";
 import type { Groups } from "./groups";
 import { Headings, kHeadLine } from "./headingCells";
-import { cellId, Lines } from "./Lines";
+import { cellId } from "./cells";
+import { Lines } from "./Lines";
 import { moveBy, rectangleOf, type Selection, type Spot } from "./selection";
+import { TextWidths } from "./textWidths";
 import { columnEdges, columnWindow, columnsThatFit, rowsTop, rowWindow, scrollHeight, scrollTopOf } from "./windowing";
 
 export const kRowHeight = 26;
+const kTextSize = 13;
 const kRest = 300;
 
 export interface GridContent {
@@ -34,11 +37,11 @@ export class GridView {
   private readonly head = new Headings(this.headings);
   private readonly lines = new Lines(this.body, kRowHeight);
   private content!: GridContent;
+  private readonly widths: TextWidths;
   private edges: number[] = [0]; // behind the gutter of row numbers
   private headHeight = kHeadLine;
   private viewWidth = 0;
   private viewHeight = 0;
-  private drawAgain = 0;
   private resting = 0;
   selection: Selection | null = null;
   onSelect: () => void = () => {};
@@ -50,6 +53,7 @@ export class GridView {
     this.layer.append(this.headings, this.body);
     this.spacer.append(this.layer);
     host.append(this.spacer);
+    this.widths = new TextWidths(kTextSize, getComputedStyle(host).fontFamily);
     host.addEventListener("scroll", () => this.draw(), { passive: true });
   }
 
@@ -77,10 +81,9 @@ export class GridView {
     this.headings.style.height = `${this.headHeight}px`;
     const { rows, frozen } = this.content;
     this.lines.shape({
-      lines: Math.min(rows, Math.ceil(this.bodyHeight / kRowHeight) + 1),
+      lines: Math.min(rows, 2 * Math.ceil((this.bodyHeight / kRowHeight + 1) / 2)), // even, so that a line keeps its shade
       cells: columnsThatFit(this.edges, frozen, this.viewWidth),
       firstNumber: this.headLines + 1,
-      edges: this.edges,
     });
     this.refresh();
   }
@@ -91,13 +94,9 @@ export class GridView {
     this.draw();
   }
 
-  // Values have come.
-  scheduleDraw(): void {
-    if (this.drawAgain) return;
-    this.drawAgain = requestAnimationFrame(() => {
-      this.drawAgain = 0;
-      this.draw();
-    });
+  // Values have come: shown with the next frame, and not with the one after it.
+  drawValues(): void {
+    if (this.lines.wait) this.draw();
   }
 
   // A screen reader walks the cells in their order on the page; scrolling does without.
@@ -122,7 +121,7 @@ export class GridView {
 
   select(selection: Selection | null, reveal = true): void {
     this.selection = selection;
-    if (selection && reveal) this.reveal(selection.head);
+    if (selection && reveal) this.scrollTo(selection.head);
     this.refresh();
     if (selection) this.host.setAttribute("aria-activedescendant", cellId(selection.head));
     else this.host.removeAttribute("aria-activedescendant");
@@ -140,7 +139,13 @@ export class GridView {
     return true;
   }
 
-  reveal({ row, column }: Spot): void {
+  // Drawn at once, not when the browser gets round to tell of the scrolling.
+  reveal(spot: Spot): void {
+    this.scrollTo(spot);
+    this.draw();
+  }
+
+  private scrollTo({ row, column }: Spot): void {
     const { rows, frozen } = this.content;
     const top = this.top();
     const y = row * kRowHeight;
@@ -204,7 +209,7 @@ export class GridView {
     const { first, end } = columnWindow(this.edges, frozen, left, this.viewWidth);
     this.head.draw(first, end, left, this.viewWidth);
     const selected = selection && rectangleOf(selection, columns.length);
-    this.lines.draw({ ...content, selected, head: selection?.head ?? null }, { top: this.headHeight - top, left, firstRow: seen.first, firstColumn: first });
+    this.lines.draw({ ...content, edges: this.edges, selected, head: selection?.head ?? null, widths: this.widths }, { top: this.headHeight - top, left, firstRow: seen.first, firstColumn: first });
     this.orderAtRest();
     const asked = (from: number, to: number) => columns.slice(from, to).map((column) => column.index);
     const wanted = [...asked(0, frozen), ...asked(first, end)];
