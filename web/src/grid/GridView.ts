@@ -9,9 +9,10 @@ import type { Groups } from "./groups";
 import { Headings, kHeadLine } from "./headingCells";
 import { cellId } from "./cells";
 import { Lines } from "./Lines";
+import { RowWay } from "./RowWay";
 import { moveBy, rectangleOf, type Selection, type Spot } from "./selection";
 import { TextWidths } from "./textWidths";
-import { columnEdges, columnWindow, columnsThatFit, rowsTop, rowWindow, scrollHeight, scrollTopOf } from "./windowing";
+import { columnEdges, columnWindow, columnsThatFit, rowWindow, scrollHeight } from "./windowing";
 
 export const kRowHeight = 26;
 const kTextSize = 13;
@@ -38,6 +39,7 @@ export class GridView {
   private readonly lines = new Lines(this.body, kRowHeight);
   private content!: GridContent;
   private readonly widths: TextWidths;
+  private readonly way: RowWay;
   private edges: number[] = [0]; // behind the gutter of row numbers
   private headHeight = kHeadLine;
   private viewWidth = 0;
@@ -54,6 +56,7 @@ export class GridView {
     this.spacer.append(this.layer);
     host.append(this.spacer);
     this.widths = new TextWidths(kTextSize, getComputedStyle(host).fontFamily);
+    this.way = new RowWay(host, kRowHeight);
     host.addEventListener("scroll", () => this.draw(), { passive: true });
   }
 
@@ -80,6 +83,7 @@ export class GridView {
     this.layer.style.height = `${this.viewHeight}px`;
     this.headings.style.height = `${this.headHeight}px`;
     const { rows, frozen } = this.content;
+    this.way.measure(rows, this.bodyHeight);
     this.lines.shape({
       lines: Math.min(rows, 2 * Math.ceil((this.bodyHeight / kRowHeight + 1) / 2)), // even, so that a line keeps its shade
       cells: columnsThatFit(this.edges, frozen, this.viewWidth),
@@ -102,7 +106,10 @@ export class GridView {
   // A screen reader walks the cells in their order on the page; scrolling does without.
   private orderAtRest(): void {
     clearTimeout(this.resting);
-    this.resting = window.setTimeout(() => this.lines.putInOrder(), kRest);
+    this.resting = window.setTimeout(() => {
+      this.lines.putInOrder();
+      this.way.settle();
+    }, kRest);
   }
 
   get pageRows(): number {
@@ -111,7 +118,7 @@ export class GridView {
 
   // The rows that can be seen, the last one not included.
   get seenRows(): { first: number; end: number } {
-    return rowWindow(this.top(), this.content.rows, kRowHeight, this.bodyHeight);
+    return rowWindow(this.way.top, this.content.rows, kRowHeight, this.bodyHeight);
   }
 
   // Left edge of a column in the view.
@@ -147,10 +154,10 @@ export class GridView {
 
   private scrollTo({ row, column }: Spot): void {
     const { rows, frozen } = this.content;
-    const top = this.top();
+    const { top } = this.way;
     const y = row * kRowHeight;
-    if (y < top) this.scrollToTop(y);
-    else if (y + kRowHeight > top + this.bodyHeight) this.scrollToTop(y + kRowHeight - this.bodyHeight);
+    if (y < top) this.way.goTo(y);
+    else if (y + kRowHeight > top + this.bodyHeight) this.way.goTo(y + kRowHeight - this.bodyHeight);
     if (column < frozen || rows === 0) return;
     const left = this.edges[column]! - this.edges[frozen]!;
     const right = this.edges[column + 1]! - this.viewWidth;
@@ -174,7 +181,7 @@ export class GridView {
     const { left, top } = this.host.getBoundingClientRect();
     const [across, down] = [x - left, y - top - this.headHeight];
     const into = (value: number, most: number) => Math.max(0, Math.min(most - 1, value));
-    const row = into(Math.floor((into(down, this.bodyHeight) + this.top()) / kRowHeight), rows);
+    const row = into(Math.floor((into(down, this.bodyHeight) + this.way.top) / kRowHeight), rows);
     const inside = into(across, this.viewWidth);
     const place = inside < this.edges[frozen]! ? inside : inside + this.host.scrollLeft;
     const at = this.edges.findIndex((edge) => edge > place);
@@ -190,21 +197,13 @@ export class GridView {
     return this.headHeight / kHeadLine;
   }
 
-  // In whole pixels, so that texts stay sharp.
-  private top(): number {
-    return Math.round(rowsTop(this.host.scrollTop, this.content.rows, kRowHeight, this.bodyHeight));
-  }
-
-  private scrollToTop(top: number): void {
-    this.host.scrollTop = Math.ceil(scrollTopOf(top, this.content.rows, kRowHeight, this.bodyHeight));
-  }
-
   private draw(): void {
     if (!this.content) return;
     const { content, selection } = this;
     const { rows, columns, frozen, blocks } = content;
     const left = Math.round(this.host.scrollLeft);
-    const top = this.top();
+    this.way.follow();
+    const { top } = this.way;
     const seen = rowWindow(top, rows, kRowHeight, this.bodyHeight);
     const { first, end } = columnWindow(this.edges, frozen, left, this.viewWidth);
     this.head.draw(first, end, left, this.viewWidth);
