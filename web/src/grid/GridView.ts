@@ -206,19 +206,20 @@ export class GridView {
     const { top } = this.way;
     const seen = rowWindow(top, rows, kRowHeight, this.bodyHeight);
     const { first, end } = columnWindow(this.edges, frozen, left, this.viewWidth);
-    this.head.draw(first, end, left, this.viewWidth);
-    const selected = selection && rectangleOf(selection, columns.length);
-    this.lines.draw({ ...content, edges: this.edges, selected, head: selection?.head ?? null, widths: this.widths }, { top: this.headHeight - top, left, firstRow: seen.first, firstColumn: first });
-    this.orderAtRest();
     const asked = (from: number, to: number) => columns.slice(from, to).map((column) => column.index);
     const wanted = [...asked(0, frozen), ...asked(first, end)];
     const page = seen.end - seen.first;
+    // Asked for before the drawing, so that it is fetched meanwhile.
     blocks.want([
       { first: seen.first, end: seen.end, columns: wanted },
       { first: seen.end, end: seen.end + page, columns: wanted },
       { first: seen.first - page, end: seen.first, columns: wanted },
       { first: seen.first, end: seen.end, columns: asked(end, 2 * end - first) },
     ]);
+    this.head.draw(first, end, left, this.viewWidth);
+    const selected = selection && rectangleOf(selection, columns.length);
+    this.lines.draw({ ...content, edges: this.edges, selected, head: selection?.head ?? null, widths: this.widths }, { top: this.headHeight - top, left, firstRow: seen.first, firstColumn: first });
+    this.orderAtRest();
   }
 }
 
