@@ -34,7 +34,7 @@ export interface Cell {
   width: number;
 }
 
-const kAround = 18; // padding, line, and a plus before the text
+const kAround = 16; // padding and line
 
 const kCell = document.createElement("div");
 kCell.className = "grid-cell";
@@ -69,7 +69,7 @@ export function drawCell(cell: Cell, row: number, at: number, picture: Picture):
   const outstanding = standsOut(column, value);
   if (outstanding) names += ` ${outstanding}`;
   if (at < picture.frozen) names += at === picture.frozen - 1 ? " frozen last-frozen" : " frozen";
-  if (picture.widths.of(text) > column.width - kAround) names += " cut";
+  if (picture.widths.of(outstanding === "over" ? `+${text}` : text) > column.width - kAround) names += " cut";
   if (cell.waits) names += " waiting";
   if (selected) names += " selected";
   if (picture.found?.row === row && picture.found.field === column.field) names += " found";
