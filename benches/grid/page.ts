@@ -35,7 +35,7 @@ const own: Mount = async (host, { rows, columns }) => {
   host.append(grid);
   const view = new GridView(grid);
   const blocks = new Blocks({ rows, columns: columns.length, read });
-  blocks.onLoaded = () => view.scheduleDraw();
+  blocks.onLoaded = () => view.drawValues();
   view.show({ columns: shown, groups: new Map(), frozen: kTexts, rows, blocks, precision: kStandardPrecision, emptyForZero: false, sort: null, found: null });
   return (row) => view.reveal({ row, column: 0 });
 };

@@ -166,6 +166,18 @@ describe("selecting and arranging", () => {
     await expect.poll(width).toBe(before + 24);
   });
 
+  it("cuts off what does not fit a column that was made narrow, and nothing else", async () => {
+    await openScripted({ rows: 2000, columns: 12, frozen: 3 });
+    for (const field of ["FItemName", "F0"]) {
+      await cell(3, field).click();
+      for (let step = 0; step < 10; ++step) await page().keyboard.press("Alt+Shift+ArrowLeft");
+    }
+    await page().locator(".grid").evaluate((grid) => (grid.scrollTop = 1500 * 26));
+    await page().locator(".grid-cell.cut[data-field=F0][data-row='1501']").waitFor();
+    const tooWide = await page().locator(".grid-cell").evaluateAll((cells) => cells.filter((one) => one.scrollWidth > one.clientWidth).map((one) => `${(one as HTMLElement).dataset["field"]} ${getComputedStyle(one).textOverflow}`));
+    expect([...new Set(tooWide)].sort()).toEqual(["F0 ellipsis", "FItemName ellipsis"]);
+  });
+
   it("tells a screen reader where the current cell stands", async () => {
     await openScripted({ rows: 2000, columns: 30, frozen: 3 });
     await cell(0, "F0").click();

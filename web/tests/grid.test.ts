@@ -76,7 +76,7 @@ describe("blocks of rows", () => {
     expect(source.asked).toHaveLength(4);
     blocks.want([{ first: 9000, end: 9001, columns: [0] }]);
     await source.answer();
-    expect(source.asked.slice(4)).toEqual(["9000+200:0-19"]);
+    expect(source.asked.slice(4)).toEqual([`9000+${kBlockRows}:0-19`]);
   });
   it("say when a block could not be read", async () => {
     const errors: unknown[] = [];

@@ -40,8 +40,11 @@ afterEach(() => {
   host.remove();
 });
 
-async function settled(): Promise<void> {
+async function fetched(): Promise<void> {
   for (let turn = 0; turn < 40; ++turn) await Promise.resolve();
+}
+async function settled(): Promise<void> {
+  await fetched();
   view.refresh();
 }
 
@@ -59,6 +62,29 @@ describe("the grid while it is scrolled", () => {
     scrollTo(5000 * kRowHeight, 600);
     await settled();
     for (const row of [5000, 5004, 5009]) for (const column of [0, 8, 11]) expect(shown(row, column)).toBe(String(row * 100 + column));
+  });
+
+  it("shows values as soon as they come", async () => {
+    blocks.onLoaded = () => view.drawValues();
+    scrollTo(7000 * kRowHeight);
+    expect(shown(7000, 1)).toBe("");
+    await fetched();
+    expect(shown(7000, 1)).toBe("700001");
+  });
+
+  it("draws a row that is led to before the browser tells of the scrolling", () => {
+    view.reveal({ row: 4000, column: 0 });
+    expect(lines().map((line) => line.dataset["row"])).toContain("4000");
+  });
+
+  it("cuts off the texts only that do not fit their columns", async () => {
+    const narrow = columns.map((column, at) => (at === 2 ? { ...column, width: 60 } : column));
+    view.show({ columns: narrow, groups: new Map(), frozen: 1, rows: kRows, blocks, precision: kStandardPrecision, emptyForZero: false, sort: null, found: null });
+    await settled();
+    const cut = [...host.querySelectorAll<HTMLElement>(".grid-cell.cut")];
+    expect(new Set(cut.map((cell) => cell.dataset["field"]))).toEqual(new Set(["F2"]));
+    expect(cut.map((cell) => cell.textContent)).toContain("102.00");
+    expect(host.querySelector("[data-row='0'][data-field=F2]")!.classList).not.toContain("cut"); // 2.00
   });
 
   it.each([

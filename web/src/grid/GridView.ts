@@ -7,11 +7,15 @@ import type { GridColumn } from "./columns";
 import type { Precision } from "./formats";
 import type { Groups } from "./groups";
 import { Headings, kHeadLine } from "./headingCells";
-import { cellId, Lines } from "./Lines";
+import { cellId } from "./cells";
+import { Lines } from "./Lines";
+import { RowWay } from "./RowWay";
 import { moveBy, rectangleOf, type Selection, type Spot } from "./selection";
-import { columnEdges, columnWindow, columnsThatFit, rowsTop, rowWindow, scrollHeight, scrollTopOf } from "./windowing";
+import { TextWidths } from "./textWidths";
+import { columnEdges, columnWindow, columnsThatFit, rowWindow, scrollHeight } from "./windowing";
 
 export const kRowHeight = 26;
+const kTextSize = 13;
 const kRest = 300;
 
 export interface GridContent {
@@ -34,11 +38,12 @@ export class GridView {
   private readonly head = new Headings(this.headings);
   private readonly lines = new Lines(this.body, kRowHeight);
   private content!: GridContent;
+  private readonly widths: TextWidths;
+  private readonly way: RowWay;
   private edges: number[] = [0]; // behind the gutter of row numbers
   private headHeight = kHeadLine;
   private viewWidth = 0;
   private viewHeight = 0;
-  private drawAgain = 0;
   private resting = 0;
   selection: Selection | null = null;
   onSelect: () => void = () => {};
@@ -50,6 +55,8 @@ export class GridView {
     this.layer.append(this.headings, this.body);
     this.spacer.append(this.layer);
     host.append(this.spacer);
+    this.widths = new TextWidths(kTextSize, getComputedStyle(host).fontFamily);
+    this.way = new RowWay(host, kRowHeight);
     host.addEventListener("scroll", () => this.draw(), { passive: true });
   }
 
@@ -76,11 +83,11 @@ export class GridView {
     this.layer.style.height = `${this.viewHeight}px`;
     this.headings.style.height = `${this.headHeight}px`;
     const { rows, frozen } = this.content;
+    this.way.measure(rows, this.bodyHeight);
     this.lines.shape({
-      lines: Math.min(rows, Math.ceil(this.bodyHeight / kRowHeight) + 1),
+      lines: Math.min(rows, 2 * Math.ceil((this.bodyHeight / kRowHeight + 1) / 2)), // even, so that a line keeps its shade
       cells: columnsThatFit(this.edges, frozen, this.viewWidth),
       firstNumber: this.headLines + 1,
-      edges: this.edges,
     });
     this.refresh();
   }
@@ -91,19 +98,18 @@ export class GridView {
     this.draw();
   }
 
-  // Values have come.
-  scheduleDraw(): void {
-    if (this.drawAgain) return;
-    this.drawAgain = requestAnimationFrame(() => {
-      this.drawAgain = 0;
-      this.draw();
-    });
+  // Values have come: shown with the next frame, and not with the one after it.
+  drawValues(): void {
+    if (this.lines.wait) this.draw();
   }
 
   // A screen reader walks the cells in their order on the page; scrolling does without.
   private orderAtRest(): void {
     clearTimeout(this.resting);
-    this.resting = window.setTimeout(() => this.lines.putInOrder(), kRest);
+    this.resting = window.setTimeout(() => {
+      this.lines.putInOrder();
+      this.way.settle();
+    }, kRest);
   }
 
   get pageRows(): number {
@@ -112,7 +118,7 @@ export class GridView {
 
   // The rows that can be seen, the last one not included.
   get seenRows(): { first: number; end: number } {
-    return rowWindow(this.top(), this.content.rows, kRowHeight, this.bodyHeight);
+    return rowWindow(this.way.top, this.content.rows, kRowHeight, this.bodyHeight);
   }
 
   // Left edge of a column in the view.
@@ -122,7 +128,7 @@ export class GridView {
 
   select(selection: Selection | null, reveal = true): void {
     this.selection = selection;
-    if (selection && reveal) this.reveal(selection.head);
+    if (selection && reveal) this.scrollTo(selection.head);
     this.refresh();
     if (selection) this.host.setAttribute("aria-activedescendant", cellId(selection.head));
     else this.host.removeAttribute("aria-activedescendant");
@@ -140,12 +146,18 @@ export class GridView {
     return true;
   }
 
-  reveal({ row, column }: Spot): void {
+  // Drawn at once, not when the browser gets round to tell of the scrolling.
+  reveal(spot: Spot): void {
+    this.scrollTo(spot);
+    this.draw();
+  }
+
+  private scrollTo({ row, column }: Spot): void {
     const { rows, frozen } = this.content;
-    const top = this.top();
+    const { top } = this.way;
     const y = row * kRowHeight;
-    if (y < top) this.scrollToTop(y);
-    else if (y + kRowHeight > top + this.bodyHeight) this.scrollToTop(y + kRowHeight - this.bodyHeight);
+    if (y < top) this.way.goTo(y);
+    else if (y + kRowHeight > top + this.bodyHeight) this.way.goTo(y + kRowHeight - this.bodyHeight);
     if (column < frozen || rows === 0) return;
     const left = this.edges[column]! - this.edges[frozen]!;
     const right = this.edges[column + 1]! - this.viewWidth;
@@ -169,7 +181,7 @@ export class GridView {
     const { left, top } = this.host.getBoundingClientRect();
     const [across, down] = [x - left, y - top - this.headHeight];
     const into = (value: number, most: number) => Math.max(0, Math.min(most - 1, value));
-    const row = into(Math.floor((into(down, this.bodyHeight) + this.top()) / kRowHeight), rows);
+    const row = into(Math.floor((into(down, this.bodyHeight) + this.way.top) / kRowHeight), rows);
     const inside = into(across, this.viewWidth);
     const place = inside < this.edges[frozen]! ? inside : inside + this.host.scrollLeft;
     const at = this.edges.findIndex((edge) => edge > place);
@@ -185,36 +197,29 @@ export class GridView {
     return this.headHeight / kHeadLine;
   }
 
-  // In whole pixels, so that texts stay sharp.
-  private top(): number {
-    return Math.round(rowsTop(this.host.scrollTop, this.content.rows, kRowHeight, this.bodyHeight));
-  }
-
-  private scrollToTop(top: number): void {
-    this.host.scrollTop = Math.ceil(scrollTopOf(top, this.content.rows, kRowHeight, this.bodyHeight));
-  }
-
   private draw(): void {
     if (!this.content) return;
     const { content, selection } = this;
     const { rows, columns, frozen, blocks } = content;
     const left = Math.round(this.host.scrollLeft);
-    const top = this.top();
+    this.way.follow();
+    const { top } = this.way;
     const seen = rowWindow(top, rows, kRowHeight, this.bodyHeight);
     const { first, end } = columnWindow(this.edges, frozen, left, this.viewWidth);
-    this.head.draw(first, end, left, this.viewWidth);
-    const selected = selection && rectangleOf(selection, columns.length);
-    this.lines.draw({ ...content, selected, head: selection?.head ?? null }, { top: this.headHeight - top, left, firstRow: seen.first, firstColumn: first });
-    this.orderAtRest();
     const asked = (from: number, to: number) => columns.slice(from, to).map((column) => column.index);
     const wanted = [...asked(0, frozen), ...asked(first, end)];
     const page = seen.end - seen.first;
+    // Asked for before the drawing, so that it is fetched meanwhile.
     blocks.want([
       { first: seen.first, end: seen.end, columns: wanted },
       { first: seen.end, end: seen.end + page, columns: wanted },
       { first: seen.first - page, end: seen.first, columns: wanted },
       { first: seen.first, end: seen.end, columns: asked(end, 2 * end - first) },
     ]);
+    this.head.draw(first, end, left, this.viewWidth);
+    const selected = selection && rectangleOf(selection, columns.length);
+    this.lines.draw({ ...content, edges: this.edges, selected, head: selection?.head ?? null, widths: this.widths }, { top: this.headHeight - top, left, firstRow: seen.first, firstColumn: first });
+    this.orderAtRest();
   }
 }
 
