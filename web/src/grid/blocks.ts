@@ -28,10 +28,10 @@ interface Wish {
   chunk: number; // of columns
 }
 
-export const kBlockRows = 50; // so that a window waits for little more than it shows
+export const kBlockRows = 200;
 const kBlockColumns = 20;
 const kMostChunks = 1000;
-const kMostBlocks = 4800;
+const kMostBlocks = 1200;
 const kMostAtOnce = 4;
 
 export class Blocks {

@@ -20,11 +20,11 @@ export class TextWidths {
     return width;
   }
 
-  // Digits are drawn equally wide.
+  // Digits are drawn equally wide, and so are the letters that fill a square: only a hundred or so are measured.
   private measure(letter: string): number {
     const drawn = kDigit.test(letter) ? "0" : letter;
-    const guess = letter.codePointAt(0)! < kFullWidth ? 0.7 * this.size : this.size;
-    const width = this.context?.measureText(drawn).width ?? guess;
+    const fills = letter.codePointAt(0)! >= kFullWidth;
+    const width = fills ? this.size : this.context?.measureText(drawn).width ?? 0.7 * this.size;
     this.known.set(letter, width);
     return width;
   }
