@@ -64,17 +64,39 @@ describe("the grid while it is scrolled", () => {
     for (const row of [5000, 5004, 5009]) for (const column of [0, 8, 11]) expect(shown(row, column)).toBe(String(row * 100 + column));
   });
 
-  it("shows values as soon as they come", async () => {
+  it("keeps its picture until the values of a jump come", async () => {
     blocks.onLoaded = () => view.drawValues();
     scrollTo(7000 * kRowHeight);
-    expect(shown(7000, 1)).toBe("");
+    expect(shown(0, 1)).toBe("1");
+    expect(host.getAttribute("aria-busy")).toBe("true");
     await fetched();
     expect(shown(7000, 1)).toBe("700001");
+    expect(shown(0, 1)).toBeUndefined();
+    expect(host.hasAttribute("aria-busy")).toBe(false);
   });
 
-  it("draws a row that is led to before the browser tells of the scrolling", () => {
+  it("shows the rows of a jump without values when those are late", async () => {
+    blocks.onLoaded = () => view.drawValues();
+    scrollTo(7000 * kRowHeight);
+    scrollTo(7100 * kRowHeight);
+    vi.advanceTimersByTime(20);
+    expect(shown(7100, 1)).toBe("");
+    expect(host.hasAttribute("aria-busy")).toBe(false);
+    await fetched();
+    expect(shown(7100, 1)).toBe("710001");
+  });
+
+  it("draws at once where rows stay", () => {
+    scrollTo(5 * kRowHeight);
+    expect(shown(12, 1)).toBeDefined();
+    expect(host.hasAttribute("aria-busy")).toBe(false);
+  });
+
+  it("goes to a row that is led to before the browser tells of the scrolling", async () => {
+    blocks.onLoaded = () => view.drawValues();
     view.reveal({ row: 4000, column: 0 });
-    expect(lines().map((line) => line.dataset["row"])).toContain("4000");
+    await fetched();
+    expect(shown(4000, 0)).toBe("400000");
   });
 
   it("cuts off the texts only that do not fit their columns", async () => {

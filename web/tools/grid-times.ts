@@ -39,7 +39,7 @@ function jump(share: number): Promise<number> {
     grid.scrollLeft = to * grid.scrollWidth;
     const begin = performance.now();
     await new Promise((done) => requestAnimationFrame(done));
-    while (document.querySelector(".grid-row:not([style*='display: none']) .grid-cell.waiting")) await new Promise((done) => setTimeout(done, 1));
+    while (document.querySelector(".grid[aria-busy], .grid-row:not([style*='display: none']) .grid-cell.waiting")) await new Promise((done) => setTimeout(done, 1));
     return performance.now() - begin;
   }, share);
 }

@@ -17,6 +17,15 @@ import { columnEdges, columnWindow, columnsThatFit, rowWindow, scrollHeight } fr
 export const kRowHeight = 26;
 const kTextSize = 13;
 const kRest = 300;
+const kLate = 20; // milliseconds that an old picture may stay for its successor's values
+
+// What the host is scrolled to.
+interface Sight {
+  left: number;
+  top: number;
+  rows: { first: number; end: number };
+  columns: { first: number; end: number };
+}
 
 export interface GridContent {
   columns: readonly GridColumn[]; // shown, in order
@@ -45,6 +54,7 @@ export class GridView {
   private viewWidth = 0;
   private viewHeight = 0;
   private resting = 0;
+  private late = 0; // the timer of a picture that waits for values; 0 for none
   selection: Selection | null = null;
   onSelect: () => void = () => {};
 
@@ -57,7 +67,7 @@ export class GridView {
     host.append(this.spacer);
     this.widths = new TextWidths(kTextSize, getComputedStyle(host).fontFamily);
     this.way = new RowWay(host, kRowHeight);
-    host.addEventListener("scroll", () => this.draw(), { passive: true });
+    host.addEventListener("scroll", () => this.follow(), { passive: true });
   }
 
   show(content: GridContent): void {
@@ -100,7 +110,7 @@ export class GridView {
 
   // Values have come: shown with the next frame, and not with the one after it.
   drawValues(): void {
-    if (this.lines.wait) this.draw();
+    if (this.late ? this.hasValues(this.sight()) : this.lines.wait) this.draw();
   }
 
   // A screen reader walks the cells in their order on the page; scrolling does without.
@@ -146,10 +156,10 @@ export class GridView {
     return true;
   }
 
-  // Drawn at once, not when the browser gets round to tell of the scrolling.
+  // At once, not when the browser gets round to tell of the scrolling.
   reveal(spot: Spot): void {
     this.scrollTo(spot);
-    this.draw();
+    this.follow();
   }
 
   private scrollTo({ row, column }: Spot): void {
@@ -197,29 +207,65 @@ export class GridView {
     return this.headHeight / kHeadLine;
   }
 
-  private draw(): void {
+  // After scrolling. Where not one row stays, the values mostly come before an empty picture would be seen, so that it
+  // is not drawn at all if they are quick.
+  private follow(): void {
     if (!this.content) return;
-    const { content, selection } = this;
-    const { rows, columns, frozen, blocks } = content;
+    const sight = this.sight();
+    if (this.lines.hold(sight.rows) || this.hasValues(sight)) return this.draw();
+    this.ask(sight);
+    if (this.late) return;
+    this.late = window.setTimeout(() => this.draw(), kLate);
+    this.host.setAttribute("aria-busy", "true");
+  }
+
+  private sight(): Sight {
+    const { rows, frozen } = this.content;
     const left = Math.round(this.host.scrollLeft);
     this.way.follow();
     const { top } = this.way;
-    const seen = rowWindow(top, rows, kRowHeight, this.bodyHeight);
-    const { first, end } = columnWindow(this.edges, frozen, left, this.viewWidth);
-    const asked = (from: number, to: number) => columns.slice(from, to).map((column) => column.index);
-    const wanted = [...asked(0, frozen), ...asked(first, end)];
-    const page = seen.end - seen.first;
-    // Asked for before the drawing, so that it is fetched meanwhile.
-    blocks.want([
-      { first: seen.first, end: seen.end, columns: wanted },
-      { first: seen.end, end: seen.end + page, columns: wanted },
-      { first: seen.first - page, end: seen.first, columns: wanted },
-      { first: seen.first, end: seen.end, columns: asked(end, 2 * end - first) },
-    ]);
-    this.head.draw(first, end, left, this.viewWidth);
-    const selected = selection && rectangleOf(selection, columns.length);
-    this.lines.draw({ ...content, edges: this.edges, selected, head: selection?.head ?? null, widths: this.widths }, { top: this.headHeight - top, left, firstRow: seen.first, firstColumn: first });
+    return { left, top, rows: rowWindow(top, rows, kRowHeight, this.bodyHeight), columns: columnWindow(this.edges, frozen, left, this.viewWidth) };
+  }
+
+  private draw(): void {
+    if (!this.content) return;
+    if (this.late) {
+      clearTimeout(this.late);
+      this.late = 0;
+      this.host.removeAttribute("aria-busy");
+    }
+    const { content, selection } = this;
+    const sight = this.sight();
+    const { left, top, rows, columns } = sight;
+    this.ask(sight); // before the drawing, so that it is fetched meanwhile
+    this.head.draw(columns.first, columns.end, left, this.viewWidth);
+    const selected = selection && rectangleOf(selection, content.columns.length);
+    this.lines.draw({ ...content, edges: this.edges, selected, head: selection?.head ?? null, widths: this.widths }, { top: this.headHeight - top, left, firstRow: rows.first, firstColumn: columns.first });
     this.orderAtRest();
+  }
+
+  private ask({ rows, columns }: Sight): void {
+    const wanted = this.columnsIn(columns);
+    const page = rows.end - rows.first;
+    this.content.blocks.want([
+      { first: rows.first, end: rows.end, columns: wanted },
+      { first: rows.end, end: rows.end + page, columns: wanted },
+      { first: rows.first - page, end: rows.first, columns: wanted },
+      { first: rows.first, end: rows.end, columns: this.indexes(columns.end, 2 * columns.end - columns.first) },
+    ]);
+  }
+
+  private hasValues({ rows, columns }: Sight): boolean {
+    const { blocks } = this.content;
+    return this.columnsIn(columns).every((column) => blocks.isLoaded(rows.first, column) && blocks.isLoaded(rows.end - 1, column));
+  }
+
+  private columnsIn({ first, end }: { first: number; end: number }): number[] {
+    return [...this.indexes(0, this.content.frozen), ...this.indexes(first, end)];
+  }
+
+  private indexes(from: number, to: number): number[] {
+    return this.content.columns.slice(from, to).map((column) => column.index);
   }
 }
 

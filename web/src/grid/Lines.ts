@@ -52,6 +52,11 @@ export class Lines {
     return this.lines.some((line) => line.waits);
   }
 
+  // Whether one of these rows has its line.
+  hold({ first, end }: { first: number; end: number }): boolean {
+    return this.lines.some((line) => line.row >= first && line.row < end);
+  }
+
   // Every cell is looked at again by the next drawing; what it finds unchanged is not written.
   forget(): void {
     for (const line of this.lines) line.row = -1;
