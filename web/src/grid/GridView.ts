@@ -110,7 +110,12 @@ export class GridView {
 
   // Values have come: shown with the next frame, and not with the one after it.
   drawValues(): void {
-    if (this.late ? this.hasValues(this.sight()) : this.lines.wait) this.draw();
+    if (this.late) {
+      const sight = this.sight();
+      if (this.hasValues(sight)) this.draw(sight);
+    } else if (this.lines.wait) {
+      this.draw();
+    }
   }
 
   // A screen reader walks the cells in their order on the page; scrolling does without.
@@ -212,7 +217,7 @@ export class GridView {
   private follow(): void {
     if (!this.content) return;
     const sight = this.sight();
-    if (this.lines.hold(sight.rows) || this.hasValues(sight)) return this.draw();
+    if (this.lines.hold(sight.rows) || this.hasValues(sight)) return this.draw(sight);
     this.ask(sight);
     if (this.late) return;
     this.late = window.setTimeout(() => this.draw(), kLate);
@@ -227,7 +232,7 @@ export class GridView {
     return { left, top, rows: rowWindow(top, rows, kRowHeight, this.bodyHeight), columns: columnWindow(this.edges, frozen, left, this.viewWidth) };
   }
 
-  private draw(): void {
+  private draw(known?: Sight): void {
     if (!this.content) return;
     if (this.late) {
       clearTimeout(this.late);
@@ -235,7 +240,7 @@ export class GridView {
       this.host.removeAttribute("aria-busy");
     }
     const { content, selection } = this;
-    const sight = this.sight();
+    const sight = known ?? this.sight();
     const { left, top, rows, columns } = sight;
     this.ask(sight); // before the drawing, so that it is fetched meanwhile
     this.head.draw(columns.first, columns.end, left, this.viewWidth);
