@@ -113,7 +113,6 @@ std::vector<Line> LinesOf(const std::vector<StockItem>& items, StockCells& cells
   std::vector<Line> lines;
   for (std::size_t i = 0; i < items.size(); ++i) {
     for (const Cell& cell : cells.Of(items[i].id)) {
-      if (cell.batch == 0 || cell.figures.quantity == 0) continue;
       const BatchFacts& batch = cells.Batch(cell.batch);
       if (!batch.expires) continue;
       lines.push_back({.item = i,
@@ -229,7 +228,9 @@ platform::Ref<platform::Recordset> ReadShelfLife(services::Store& store, const p
   chosen.Add({.sql = "EXISTS (SELECT 1 FROM batch t WHERE t.item_id = i.id)", .parameters = {}});
   if (FlagOf(asked, "chkHideForbiddenGood")) chosen.Add({.sql = "b.disabled = 0", .parameters = {}});
   const StockItems items(store, chosen, {.sql = "b.number, b.id"}, {});
-  StockCells cells(store, warehouses, {});
+  CellsAsked goods;
+  goods.onlyBatches = true;
+  StockCells cells(store, warehouses, std::move(goods));
   std::deque<BatchFacts> batches;
   std::vector<Line> lines = LinesOf(items.All(), cells, due, batches);
   Sort(lines, by, order);

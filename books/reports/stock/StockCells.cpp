@@ -24,6 +24,9 @@ using platform::Date;
 constexpr std::string_view kKeptSql =
     "SELECT warehouse_id, batch_id, aux_id, quantity, aux_quantity, amount FROM stock "
     "WHERE item_id = ? AND (quantity <> 0 OR aux_quantity <> 0 OR amount <> 0)";
+constexpr std::string_view kBatchStockSql =
+    "SELECT warehouse_id, batch_id, aux_id, quantity, aux_quantity, amount FROM stock "
+    "WHERE item_id = ? AND quantity <> 0 AND batch_id <> 0";
 constexpr std::string_view kOpeningSql =
     "SELECT warehouse_id, batch_id, aux_id, quantity, aux_quantity, amount FROM opening_stock "
     "WHERE item_id = ?";
@@ -111,7 +114,7 @@ StockCells::StockCells(services::Store& store, const std::vector<Warehouse>& war
     sources_.push_back({book.Prepare(kOpeningSql), {}});
     sources_.push_back({book.Prepare(kMovementSql), {0, kLastDay}});
   } else {
-    sources_.push_back({book.Prepare(kKeptSql), {}});
+    sources_.push_back({book.Prepare(asked_.onlyBatches ? kBatchStockSql : kKeptSql), {}});
   }
   ReadAuxFacts();
   if (asked_.withUnaudited) ReadUnaudited();

@@ -66,7 +66,8 @@ struct CellsAsked {
   bool checked = false;        // now, but worked out of all movements instead of taken from the instant stock
   bool withUnaudited = false;  // quantities of bills that are not audited count too; they carry no amounts
   bool shareOddAmounts = false;
-  Range batches;  // a set range leaves out what has no batch
+  bool onlyBatches = false;  // instant stock: goods of a batch that are there; reads the quicker for it
+  Range batches;             // a set range leaves out what has no batch
   Range auxes;
   std::optional<platform::Date> goodOn;  // leaves out batches that have expired before this day
 
