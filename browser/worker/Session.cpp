@@ -4,6 +4,7 @@
 #include "browser/worker/Session.h"
 
 #include <array>
+#include <chrono>
 
 #include "browser/worker/FormText.h"
 #include "platform/rows/ProcessStore.h"
@@ -13,6 +14,9 @@ namespace browser {
 namespace {
 
 using platform::Error;
+
+// Amid work: often enough for whoever waits for an answer.
+constexpr std::chrono::milliseconds kLookEvery(1);
 
 // Errors of the hands on a form, told apart from errors of the form's own events.
 bool IsRefusal(const Error& error) { return error.Source() == "UserInput"; }
@@ -57,7 +61,11 @@ Frame Session::NextFrame() {
   return wire_.Receive();
 }
 
+// Work lets events through with every row, and each look at the wire is a call of the system.
 void Session::ServePending() {
+  const auto now = std::chrono::steady_clock::now();
+  if (now - lookedAt_ < kLookEvery) return;
+  lookedAt_ = now;
   FollowExport();
   while (wire_.HasMore()) {
     Frame frame = wire_.Receive();

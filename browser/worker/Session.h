@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -104,8 +105,9 @@ class Session {
   PageScreen screen_;
   desk::Host host_;
   Reports reports_;
-  std::deque<Frame> deferred_;  // came while no form could look at it
-  bool busy_ = false;           // an idle command is under way
+  std::deque<Frame> deferred_;                      // came while no form could look at it
+  std::chrono::steady_clock::time_point lookedAt_;  // for frames, amid work
+  bool busy_ = false;                               // an idle command is under way
   std::optional<ExportFile> export_;
   struct RunningExport {
     RunningExport(const Command& asked, std::int32_t ofReport, ExportFile file, const ExportJob::Write& write,

@@ -8,7 +8,10 @@
 namespace browser {
 namespace {
 
+// Of a progress box a few changes are told as they come, since a long silence may follow; of a flood, as with
+// every row of a long ledger, so many in this time.
 constexpr std::int64_t kProgressEveryMs = 50;
+constexpr int kProgressAtOnce = 8;
 
 std::int64_t NowMs() {
   using namespace std::chrono;
@@ -134,16 +137,22 @@ void Windows::TellChanges() {
   }
 }
 
+bool Windows::IsFlood() {
+  const std::int64_t now = NowMs();
+  if (now - progressSince_ >= kProgressEveryMs) {
+    progressSince_ = now;
+    progressCalls_ = 0;
+  }
+  return ++progressCalls_ > kProgressAtOnce;
+}
+
 void Windows::TellProgress() {
-  if (windows_.empty() || windows_.back().kind != Kind::kProgress) return;
+  if (windows_.empty() || windows_.back().kind != Kind::kProgress || IsFlood()) return;
   Window& window = windows_.back();
   Json now = Message("progressShown");
   now["progress"] = window.id;
   now.update(ProgressState(*window.form));
   if (now == window.told) return;
-  const bool soon = NowMs() - progressToldAt_ < kProgressEveryMs;
-  if (soon && now["text"] == window.told["text"] && now["bar"] == window.told["bar"]) return;
-  progressToldAt_ = NowMs();
   window.told = now;
   now["type"] = "progressChanged";
   wire_.Send(FrameKind::kMessage, ToText(now));

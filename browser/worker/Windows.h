@@ -35,7 +35,7 @@ class Windows {
 
   // Tells what changed in the forms since they were told last.
   void TellChanges();
-  // The same for a progress box; not oftener than a user can see, unless a new text came.
+  // The same for a progress box; of a flood of changes not more than a user can see.
   void TellProgress();
   void TellAll() const;
 
@@ -52,13 +52,15 @@ class Windows {
 
   void Push(Window window);
   void TellFormChanges(Window& window) const;
+  bool IsFlood();
   Json ProgressState(const platform::Form& form) const;
 
   const Wire& wire_;
   const desk::SchemeStore& schemes_;
   std::vector<Window> windows_;
   std::int32_t lastId_ = 0;
-  std::int64_t progressToldAt_ = 0;
+  std::int64_t progressSince_ = 0;  // the beginning of the time that calls are counted in
+  int progressCalls_ = 0;
 };
 
 }  // namespace browser

@@ -1,32 +1,54 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <string_view>
 
 #include "platform/object/OperationTable.h"
 
 namespace component {
 
+// What the report's side may tell the box, in the order of their names.
+enum class BarCall : std::uint8_t {
+  kHideProgBar,
+  kSetBarMaxValue,
+  kSetBarMinValue,
+  kSetBarValue,
+  kSetBarValueWithMax,
+  kSetMsg,
+  kSetMsgHead,
+  kShowProgBar,
+  kUnload,
+};
+constexpr std::string_view NameOf(BarCall call) {
+  constexpr std::string_view kNames[] = {"HideProgBar", "SetBarMaxValue",     "SetBarMinValue",
+                                         "SetBarValue", "SetBarValueWithMax", "SetMsg",
+                                         "SetMsgHead",  "ShowProgBar",        "Unload"};
+  return kNames[static_cast<std::size_t>(call)];
+}
+
 // A pair of hands between the report's side of the progress box (Bar) and the box (frmProgBar): each call is
 // an event on the other side, so that neither holds the other's type.
 class clsPass final : public platform::Exposed<clsPass> {
  public:
-  void HideProgBar() { Tell("HideProgBar"); }
+  void HideProgBar() { Tell(BarCall::kHideProgBar); }
   void SetActive() {
     if (onActive) onActive();
   }
-  void SetBarMaxValue(std::int32_t value) { Tell("SetBarMaxValue", value); }
-  void SetBarMinValue(std::int32_t value) { Tell("SetBarMinValue", value); }
-  void SetBarValue(std::int32_t value) { Tell("SetBarValue", value); }
-  void SetBarValueWithMax() { Tell("SetBarValueWithMax"); }
-  void SetMsg(const std::string& message) { Tell("SetMsg", message); }
-  void SetMsgHead(const std::string& head) { Tell("SetMsgHead", head); }
-  void ShowProgBar() { Tell("ShowProgBar"); }
-  void Unload() { Tell("Unload"); }
+  void SetBarMaxValue(std::int32_t value) { Tell(BarCall::kSetBarMaxValue, value); }
+  void SetBarMinValue(std::int32_t value) { Tell(BarCall::kSetBarMinValue, value); }
+  void SetBarValue(std::int32_t value) { Tell(BarCall::kSetBarValue, value); }
+  void SetBarValueWithMax() { Tell(BarCall::kSetBarValueWithMax); }
+  void SetMsg(const std::string& message) { Tell(BarCall::kSetMsg, message); }
+  void SetMsgHead(const std::string& head) { Tell(BarCall::kSetMsgHead, head); }
+  void ShowProgBar() { Tell(BarCall::kShowProgBar); }
+  void Unload() { Tell(BarCall::kUnload); }
 
   // Heard by Bar.
   std::function<void()> onActive;
   // Heard by the box: every other call, with its argument; Missing for a call without one.
-  std::function<void(std::string_view operation, const platform::Variant& value)> onTold;
+  std::function<void(BarCall call, const platform::Variant& value)> onTold;
 
   static constexpr std::string_view kClassName = "TOVStockRpt.clsPass";
   static constexpr auto kOperations = platform::Operations(
@@ -41,8 +63,8 @@ class clsPass final : public platform::Exposed<clsPass> {
       platform::Method<&clsPass::ShowProgBar>("ShowProgBar"), platform::Method<&clsPass::Unload>("Unload"));
 
  private:
-  void Tell(std::string_view operation, const platform::Variant& value = platform::Missing()) {
-    if (onTold) onTold(operation, value);
+  void Tell(BarCall call, const platform::Variant& value = platform::Missing()) {
+    if (onTold) onTold(call, value);
   }
 };
 

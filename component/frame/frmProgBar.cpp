@@ -1,7 +1,5 @@
 #include "component/frame/frmProgBar.h"
 
-#include <array>
-
 #include "component/frame/VEZPublic.h"
 #include "platform/form/Screen.h"
 
@@ -18,7 +16,7 @@ frmProgBar::frmProgBar(const Ref<clsPass>& pass)
       bar_(Add<platform::ProgressBar>("ProgressBar1")),
       message_(Add<platform::Label>("lblMsg")) {
   Add<platform::Frame>("Animation1");
-  pass_->onTold = [this](std::string_view operation, const Variant& value) { Hear(operation, value); };
+  pass_->onTold = [this](BarCall call, const Variant& value) { Hear(call, value); };
 }
 
 frmProgBar::~frmProgBar() { pass_->onTold = {}; }
@@ -33,41 +31,38 @@ void frmProgBar::OnLoad() {
 // Each activation starts the work, not only the first one.
 void frmProgBar::OnActivate() { pass_->SetActive(); }
 
-void frmProgBar::Hear(std::string_view operation, const Variant& value) {
-  struct Effect {
-    std::string_view operation;
-    void (*apply)(frmProgBar& box, const Variant& value);
-  };
-  static constexpr std::array kEffects = {
-      Effect{"HideProgBar", [](frmProgBar& box, const Variant&) { box.bar_.SetVisible(false); }},
-      Effect{"ShowProgBar", [](frmProgBar& box, const Variant&) { box.bar_.SetVisible(true); }},
-      Effect{"SetBarMaxValue",
-             [](frmProgBar& box, const Variant& top) {
-               // The bar counts in single precision.
-               box.bar_.max = static_cast<double>(static_cast<float>(platform::ToInt32(top)));
-             }},
-      Effect{"SetBarMinValue",
-             [](frmProgBar& box, const Variant& least) { box.bar_.min = platform::ToDouble(least); }},
-      Effect{"SetBarValue",
-             [](frmProgBar& box, const Variant& now) { box.bar_.value = platform::ToDouble(now); }},
-      Effect{"SetBarValueWithMax", [](frmProgBar& box, const Variant&) { box.bar_.value = box.bar_.max; }},
-      Effect{"SetMsg",
-             [](frmProgBar& box, const Variant& text) {
-               box.message_.SetCaption(box.head_ + platform::ToText(text));
-             }},
-      Effect{"SetMsgHead", [](frmProgBar& box, const Variant& text) { box.head_ = platform::ToText(text); }},
-      Effect{"Unload",
-             [](frmProgBar& box, const Variant&) {
-               box.bar_.value = box.bar_.max;
-               box.Unload();
-             }},
-  };
-  for (const Effect& effect : kEffects) {
-    if (effect.operation != operation) continue;
-    effect.apply(*this, value);
-    Screen::Current().TellProgress(operation, value);
-    Screen::Current().RunPendingEvents();
-    return;
+void frmProgBar::Hear(BarCall call, const Variant& value) {
+  Apply(call, value);
+  Screen::Current().TellProgress(NameOf(call), value);
+  Screen::Current().RunPendingEvents();
+}
+
+void frmProgBar::Apply(BarCall call, const Variant& value) {
+  switch (call) {
+    case BarCall::kHideProgBar:
+      return bar_.SetVisible(false);
+    case BarCall::kShowProgBar:
+      return bar_.SetVisible(true);
+    case BarCall::kSetBarMaxValue:
+      bar_.max = static_cast<double>(static_cast<float>(platform::ToInt32(value)));  // in single precision
+      return;
+    case BarCall::kSetBarMinValue:
+      bar_.min = platform::ToDouble(value);
+      return;
+    case BarCall::kSetBarValue:
+      bar_.value = platform::ToDouble(value);
+      return;
+    case BarCall::kSetBarValueWithMax:
+      bar_.value = bar_.max;
+      return;
+    case BarCall::kSetMsg:
+      return message_.SetCaption(head_ + platform::ToText(value));
+    case BarCall::kSetMsgHead:
+      head_ = platform::ToText(value);
+      return;
+    case BarCall::kUnload:
+      bar_.value = bar_.max;
+      Unload();
   }
 }
 

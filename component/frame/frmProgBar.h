@@ -24,7 +24,8 @@ class frmProgBar final : public platform::Form {
   void OnActivate() override;
 
  private:
-  void Hear(std::string_view operation, const platform::Variant& value);
+  void Hear(BarCall call, const platform::Variant& value);
+  void Apply(BarCall call, const platform::Variant& value);
 
   platform::Ref<clsPass> pass_;
   std::string head_;

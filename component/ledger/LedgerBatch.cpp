@@ -141,7 +141,7 @@ void LedgerBatch::AddRows(std::int16_t year, std::int16_t period) {
   }
   if (data_.closing.Count() == 0 && request_.showNoHappen) rows_.AddClosing({}, {});
   for (std::size_t i = 0; i < data_.closing.Count(); ++i) {
-    const LedgerBalance closing = data_.Closing(i);
+    const LedgerBalance& closing = data_.Closing(i);
     rows_.AddClosing(closing.batchNo, closing.figures);
   }
 }

@@ -13,6 +13,8 @@ using platform::FieldType;
 using platform::MakeRef;
 using platform::Recordset;
 using platform::Ref;
+using platform::RowText;
+using platform::TextStore;
 using platform::Variant;
 using platform::Vector;
 
@@ -81,33 +83,14 @@ static_assert(std::size(kFields) == kFieldCount);
 
 constexpr std::size_t kTitleWidth = 355;
 constexpr std::int32_t kSummarySort = 101;
+// Rows that may wait: enough to write columns quickly, few enough for the processor's cache.
+constexpr std::size_t kMostWaiting = 64;
 
 std::string TitleField(std::size_t index) { return "FTitle" + std::to_string(index + 1); }
 
 void AppendTitles(Recordset& page) {
   for (std::size_t i = 0; i < kLedgerTitles; ++i)
     page.AppendField(TitleField(i), FieldType::kText, kTitleWidth);
-}
-
-struct KindFacts {
-  std::int32_t id;
-  std::string_view caption;
-};
-
-constexpr KindFacts FactsOf(LedgerRowKind kind) {
-  switch (kind) {
-    case LedgerRowKind::kOpening:
-      return {-1, "期初结存"};
-    case LedgerRowKind::kPeriodTotal:
-      return {-2, "本期合计"};
-    case LedgerRowKind::kClosing:
-      return {-3, "期末结存"};
-    case LedgerRowKind::kYearTotal:
-      return {-2, "本年累计"};
-    case LedgerRowKind::kYearToDate:
-      return {-4, "本年累计"};
-  }
-  return {};
 }
 
 Ref<Recordset> NewTarget(const Recordset& source) {
@@ -146,18 +129,6 @@ Ref<Recordset> NewBatchLedgerRs() {
   return page;
 }
 
-LedgerRow SummaryRow(LedgerRowKind kind, std::int16_t year, std::int16_t period, platform::Date date) {
-  const KindFacts facts = FactsOf(kind);
-  LedgerRow row;
-  row.year = year;
-  row.period = period;
-  row.id = facts.id;
-  row.date = date;
-  row.tranTypeName = facts.caption;
-  row.sumSort = kSummarySort;
-  return row;
-}
-
 LedgerTitles TitlesOf(const Ref<Vector>& lines) {
   LedgerTitles titles;
   if (!lines) return titles;
@@ -181,20 +152,16 @@ LedgerPage::LedgerPage(Recordset& page, const LedgerTitles* titles)
   for (std::size_t i = 0; i < kLedgerTitles; ++i) add(page.FieldIndex(TitleField(i)));
 }
 
-std::string_view LedgerPage::Fitting(std::size_t field, std::string_view text) const {
+RowText LedgerPage::Caption(LedgerRowKind kind) {
+  std::optional<RowText>& caption = captions_.at(static_cast<std::size_t>(kind));
+  if (!caption) caption.emplace(*page_.Texts(), page_.Texts()->Keep(ResString(CaptionOf(kind))));
+  return *caption;
+}
+
+RowText LedgerPage::Fitting(std::size_t field, const RowText& text) const {
   const std::size_t width = targets_[field].width;
-  return text.size() > width ? platform::CutToWidth(text, width) : text;
-}
-
-void LedgerPage::SetText(std::size_t field, std::string_view text) {
-  rows_.SetText(targets_[field].column, Fitting(field, text));
-}
-
-void LedgerPage::SetFigures(std::size_t firstField, const LedgerFigures& figures) {
-  rows_.SetDouble(targets_[firstField].column, figures.quantity);
-  rows_.SetDouble(targets_[firstField + 1].column, figures.price);
-  rows_.SetCurrency(targets_[firstField + 2].column, figures.amount);
-  rows_.SetCurrency(targets_[firstField + 3].column, figures.diff);
+  const std::string_view view = text.View();
+  return view.size() > width ? RowText(platform::CutToWidth(view, width)) : text;
 }
 
 std::string_view LedgerPage::PeriodName(std::int16_t year, std::int16_t period) {
@@ -206,52 +173,88 @@ std::string_view LedgerPage::PeriodName(std::int16_t year, std::int16_t period) 
   return periodName_;
 }
 
+void LedgerPage::ShareTexts(const Recordset& source) {
+  if (RowCount() == 0 && page_.Texts() != source.Texts()) page_.KeepTextsIn(source.Texts());
+}
+
 void LedgerPage::AddLedgerRow(const LedgerRow& row) {
-  SetFields(row);
-  rows_.CommitRow();
+  waiting_.push_back(row);
+  if (waiting_.size() == kMostWaiting) WriteRows();
 }
 
 void LedgerPage::AddLedgerRowTitled(const LedgerRow& row, const LedgerTitles& titles) {
   Finish();
-  SetFields(row);
-  for (std::size_t i = kFieldCount; i < targets_.size(); ++i) {
-    if (const std::string& title = titles[i - kFieldCount]; !title.empty()) SetText(i, title);
-  }
-  rows_.CommitRow();
+  AddLedgerRow(row);
+  WriteRows();
+  for (std::size_t i = kFieldCount; i < targets_.size(); ++i) WriteTitle(i, titles[i - kFieldCount]);
   untitled_ = rows_.Row();
 }
 
 void LedgerPage::Finish() {
+  WriteRows();
   for (std::size_t i = kFieldCount; i < targets_.size() && titles_ != nullptr; ++i) {
-    const std::string& title = (*titles_)[i - kFieldCount];
-    if (!title.empty()) rows_.FillText(targets_[i].column, untitled_, Fitting(i, title));
+    WriteTitle(i, (*titles_)[i - kFieldCount]);
   }
   untitled_ = rows_.Row();
 }
 
-void LedgerPage::SetFields(const LedgerRow& row) {
-  auto setInteger = [this](std::size_t field, std::int32_t number) {
-    rows_.SetInteger(targets_[field].column, number);
+void LedgerPage::WriteTitle(std::size_t field, std::string_view title) {
+  if (!title.empty()) rows_.FillText(targets_[field].column, untitled_, Fitting(field, title).View());
+}
+
+template <class Value>
+void LedgerPage::Write(std::size_t firstRow, std::size_t field, Value value) {
+  rows_.Fill(targets_[field].column, firstRow, waiting_.size(),
+             [&](std::size_t i) { return value(waiting_[i]); });
+}
+
+void LedgerPage::WriteRows() {
+  if (waiting_.empty()) return;
+  const std::size_t first = rows_.AddRows(waiting_.size());
+  Write(first, kYear, [](const LedgerRow& row) { return row.year; });
+  Write(first, kPeriod, [](const LedgerRow& row) { return row.period; });
+  Write(first, kId, [](const LedgerRow& row) { return row.id; });
+  Write(first, kEntryId, [](const LedgerRow& row) { return row.entryId; });
+  Write(first, kDate, [](const LedgerRow& row) { return row.date.DayOnly(); });
+  Write(first, kClassTypeId, [](const LedgerRow& row) { return row.classTypeId; });
+  Write(first, kQtyDecimal, [](const LedgerRow& row) { return row.qtyDecimal; });
+  Write(first, kPriceDecimal, [](const LedgerRow& row) { return row.priceDecimal; });
+  Write(first, kSumSort,
+        [](const LedgerRow& row) { return row.kind == LedgerRowKind::kMovement ? 0 : kSummarySort; });
+  WriteFigures(first, kIn, &LedgerRow::in);
+  WriteFigures(first, kOut, &LedgerRow::out);
+  WriteFigures(first, kBalance, &LedgerRow::balance);
+  WriteTexts(first);
+  waiting_.clear();
+}
+
+void LedgerPage::WriteFigures(std::size_t firstRow, std::size_t firstField, LedgerFigures LedgerRow::*side) {
+  Write(firstRow, firstField, [side](const LedgerRow& row) { return (row.*side).quantity; });
+  Write(firstRow, firstField + 1, [side](const LedgerRow& row) { return (row.*side).price; });
+  Write(firstRow, firstField + 2, [side](const LedgerRow& row) { return (row.*side).amount; });
+  Write(firstRow, firstField + 3, [side](const LedgerRow& row) { return (row.*side).diff; });
+}
+
+void LedgerPage::WriteTexts(std::size_t firstRow) {
+  // Texts that the page keeps are looked at only where one may be too long.
+  const TextStore& kept = *page_.Texts();
+  auto write = [&](std::size_t field, RowText LedgerRow::*text) {
+    const bool allFit = kept.Longest() <= targets_[field].width;
+    Write(firstRow, field, [&, allFit, text](const LedgerRow& row) {
+      return allFit && (row.*text).IsKeptIn(kept) ? row.*text : Fitting(field, row.*text);
+    });
   };
-  setInteger(kYear, row.year);
-  setInteger(kPeriod, row.period);
-  SetText(kPeriodName, PeriodName(row.year, row.period));
-  setInteger(kId, row.id);
-  setInteger(kEntryId, row.entryId);
-  rows_.SetDate(targets_[kDate].column, row.date.DayOnly());
-  SetText(kVoucherNo, row.voucherNo);
-  SetText(kBatchNo, row.batchNo);
-  SetText(kNote, row.note);
-  SetText(kTranTypeName, row.sumSort == 0 ? row.tranTypeName : ResString(row.tranTypeName));
-  SetText(kAuxName, row.auxName);
-  SetText(kBillNo, row.billNo);
-  setInteger(kClassTypeId, row.classTypeId);
-  setInteger(kQtyDecimal, row.qtyDecimal);
-  setInteger(kPriceDecimal, row.priceDecimal);
-  SetFigures(kIn, row.in);
-  SetFigures(kOut, row.out);
-  SetFigures(kBalance, row.balance);
-  setInteger(kSumSort, row.sumSort);
+  write(kVoucherNo, &LedgerRow::voucherNo);
+  write(kBatchNo, &LedgerRow::batchNo);
+  write(kNote, &LedgerRow::note);
+  write(kAuxName, &LedgerRow::auxName);
+  write(kBillNo, &LedgerRow::billNo);
+  Write(firstRow, kTranTypeName, [&](const LedgerRow& row) {
+    return row.kind == LedgerRowKind::kMovement ? Fitting(kTranTypeName, row.tranTypeName)
+                                                : Caption(row.kind);
+  });
+  Write(firstRow, kPeriodName,
+        [&](const LedgerRow& row) { return RowText(PeriodName(row.year, row.period)); });
 }
 
 Variant MergeRecord(Ref<Recordset>& target, Recordset& source, std::int16_t year, std::int16_t period) {

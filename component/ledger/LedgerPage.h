@@ -2,11 +2,12 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "component/ledger/LedgerFigures.h"
+#include "component/ledger/LedgerRow.h"
 #include "platform/rows/RowAppender.h"
 #include "platform/rows/Vector.h"
 
@@ -20,34 +21,6 @@ platform::Ref<platform::Recordset> NewLedgerRs(bool withTitles);
 // The same with titles, as the builders for all items at once lay it out.
 platform::Ref<platform::Recordset> NewBatchLedgerRs();
 
-// The rows that the report adds to the movements. A reader tells them by their captions, since the totals of
-// a period and of a year share a mark.
-enum class LedgerRowKind : std::uint8_t { kOpening, kPeriodTotal, kClosing, kYearTotal, kYearToDate };
-
-struct LedgerRow {
-  std::int16_t year = 0;
-  std::int16_t period = 0;
-  std::int32_t id = 0;  // FID: of the document, or the mark of a summary row
-  std::int32_t entryId = 0;
-  platform::Date date;
-  std::string_view voucherNo;
-  std::string_view batchNo;
-  std::string_view note;
-  std::string_view tranTypeName;
-  std::string_view auxName;
-  std::string_view billNo;
-  std::int32_t classTypeId = 0;
-  std::int16_t qtyDecimal = 0;
-  std::int16_t priceDecimal = 0;
-  LedgerFigures in;
-  LedgerFigures out;
-  LedgerFigures balance;
-  std::int32_t sumSort = 0;  // 0 on a movement, 101 on every summary row
-};
-
-// A summary row without figures.
-LedgerRow SummaryRow(LedgerRowKind kind, std::int16_t year, std::int16_t period, platform::Date date);
-
 // Title texts by their place, FTitle1 first.
 using LedgerTitles = std::array<std::string, kLedgerTitles>;
 
@@ -55,25 +28,36 @@ using LedgerTitles = std::array<std::string, kLedgerTitles>;
 LedgerTitles TitlesOf(const platform::Ref<platform::Vector>& lines);
 
 // A page that takes rows. A text longer than its field is cut at a whole character; a date drops its time of
-// day. While it lives nobody else may add rows to the recordset.
+// day. Rows wait until there are some to be written column by column. While it lives nobody else may add rows
+// to the recordset.
 class LedgerPage {
  public:
   // Rows that AddLedgerRow adds carry these titles, which stay as they are; null for a page without them.
   explicit LedgerPage(platform::Recordset& page, const LedgerTitles* titles = nullptr);
 
+  // Rows will have texts of this recordset: a page without rows keeps its texts there as well, so that it
+  // takes them by their ids.
+  void ShareTexts(const platform::Recordset& source);
+  const platform::TextStore& Texts() const { return *page_.Texts(); }
+  // Texts of the row that are not kept there must stay good until the rows are written.
   void AddLedgerRow(const LedgerRow& row);
-  // With title texts of its own, whatever the page's titles are.
+  // With title texts of its own, whatever the page's titles are; written at once.
   void AddLedgerRowTitled(const LedgerRow& row, const LedgerTitles& titles);
-  // The page's titles are written for all its rows at once. Call it behind the last row.
+  // Writes the rows that wait.
+  void WriteRows();
+  // Writes the rows that wait, and the page's titles for all its rows. Call it behind the last row.
   void Finish();
 
-  std::int32_t RowCount() const { return page_.RecordCount(); }
+  std::int32_t RowCount() const { return page_.RecordCount() + static_cast<std::int32_t>(waiting_.size()); }
 
  private:
-  void SetFields(const LedgerRow& row);
-  std::string_view Fitting(std::size_t field, std::string_view text) const;
-  void SetText(std::size_t field, std::string_view text);
-  void SetFigures(std::size_t firstField, const LedgerFigures& figures);
+  platform::RowText Caption(LedgerRowKind kind);
+  platform::RowText Fitting(std::size_t field, const platform::RowText& text) const;
+  void WriteTexts(std::size_t firstRow);
+  void WriteTitle(std::size_t field, std::string_view title);
+  void WriteFigures(std::size_t firstRow, std::size_t firstField, LedgerFigures LedgerRow::*side);
+  template <class Value>
+  void Write(std::size_t firstRow, std::size_t field, Value value);
   std::string_view PeriodName(std::int16_t year, std::int16_t period);
 
   struct Target {
@@ -86,6 +70,8 @@ class LedgerPage {
   const LedgerTitles* titles_;
   std::size_t untitled_ = 0;     // the first row whose titles are not written yet
   std::vector<Target> targets_;  // by the field's place in NewLedgerRs
+  std::vector<LedgerRow> waiting_;
+  std::array<std::optional<platform::RowText>, kLedgerRowKinds> captions_;  // as the page keeps them
   std::int32_t namedPeriod_ = 0;
   std::string periodName_;
 };

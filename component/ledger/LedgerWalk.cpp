@@ -43,6 +43,7 @@ void LedgerWalk::AddPeriod(const LedgerPeriod& at, const Fetch& fetch) {
   progress_.BeginFetch(at.Year(), at.Period());
   data_.Take(fetch(at.Year(), at.Period()));
   const std::int32_t rowCount = data_.RowCount();
+  page_.ShareTexts(*data_.happened.Rows());
   progress_.BeginRows(at.Year(), at.Period(), rowCount);
   if (rowCount > 0 || item_.showNoHappen) {
     rows_.Begin(at.Year(), at.Period(), item_.decimals);
@@ -51,6 +52,7 @@ void LedgerWalk::AddPeriod(const LedgerPeriod& at, const Fetch& fetch) {
     AddMovements();
     year_.Add(rows_.Totals());
     AddClosing();
+    if (!data_.KeepsTextsIn(page_.Texts())) page_.WriteRows();  // the texts go with the answer
   }
   progress_.Full();
 }
@@ -80,7 +82,7 @@ void LedgerWalk::AddClosing() {
   const std::size_t count = data_.closing.Count();
   if (count == 0) rows_.AddClosing({}, rows_.Balance());
   for (std::size_t i = 0; i < count; ++i) {
-    const LedgerBalance closing = data_.Closing(i);
+    const LedgerBalance& closing = data_.Closing(i);
     const bool isZero = closing.figures.quantity == 0 && closing.figures.amount == platform::Currency();
     if (count == 1 || !isZero) rows_.AddClosing(closing.batchNo, closing.figures);
     progress_.RowDone();

@@ -3,9 +3,11 @@
 namespace component {
 namespace {
 
+using platform::Currency;
 using platform::FieldType;
 using platform::Recordset;
 using platform::Ref;
+using platform::RowText;
 using platform::Variant;
 
 constexpr std::string_view kOpeningFields[] = {"FBatchNo", "FBegQty", "FBegAmount", "FBegDiff"};
@@ -26,14 +28,10 @@ enum MovementField : std::uint8_t {
   kAuxName,
   kBillNo,
   kTranType,
-  kInQty,
-  kInPrice,
-  kInAmount,
-  kOutQty,
-  kOutPrice,
-  kOutAmount,
+  kInQty,  // price and amount follow
+  kOutQty = kInQty + 3,
 };
-static_assert(std::size(kMovementFields) == kOutAmount + 1);
+static_assert(std::size(kMovementFields) == kOutQty + 3);
 
 constexpr std::string_view kDifferenceFields[] = {"FInDiff", "FOutDiff"};
 
@@ -55,11 +53,23 @@ bool LedgerSource::Fits() const {
 void LedgerSource::Take(const Ref<Recordset>& rows) {
   const bool sameTable = rows_ && rows_->IsOpen() && &rows->Fields() == &rows_->Fields();
   rows_ = rows;
+  ++takes_;
+  converted_.clear();
   count_ = rows_->ViewCount();
   knowsColumns_ = knowsColumns_ && sameTable;
+  FindStretches();
   if (count_ == 0 || knowsColumns_) return;
   if (!Fits()) FindColumns();
   knowsColumns_ = true;
+}
+
+void LedgerSource::FindStretches() {
+  stretches_.clear();
+  for (std::size_t from = 0; from < count_; from += stretches_.back().count) {
+    const std::size_t first = rows_->RowAt(from);
+    const bool restFollows = rows_->RowAt(count_ - 1) - first == count_ - 1 - from;
+    stretches_.push_back({.firstRow = first, .count = restFollows ? count_ - from : 1});
+  }
 }
 
 void LedgerSource::FindColumns() {
@@ -68,16 +78,6 @@ void LedgerSource::FindColumns() {
     const FieldType type = rows_->Fields()[index].type;
     columns_[i] = {.index = index, .isText = platform::IsTextType(type), .isDate = type == FieldType::kDate};
   }
-}
-
-Variant LedgerSource::ValueOf(std::size_t field) const {
-  Variant value = row_.Value(columns_[field].index);
-  return value.IsNull() ? Variant() : value;
-}
-
-std::string_view LedgerSource::TextOf(std::size_t field) {
-  texts_[field] = platform::ToText(ValueOf(field));
-  return texts_[field];
 }
 
 PeriodData::PeriodData()
@@ -95,41 +95,62 @@ void PeriodData::Take(const Variant& answer) {
   lastDay = platform::ToDate(keyed.Value("EDate")).AddDays(-1);
 }
 
-LedgerBalance PeriodData::Balance(LedgerSource& source, std::size_t position) {
-  source.GoTo(position);
-  LedgerBalance balance{.batchNo = source.Text(kBatchNo), .figures = {}};
-  balance.figures.quantity = source.Double(kQty);
-  balance.figures.amount = source.Amount(kAmount);
-  balance.figures.diff = source.Amount(kDiff);
-  balance.figures.price = SafePrice(balance.figures.quantity, source.Double(kAmount));
-  return balance;
+const LedgerBalance& PeriodData::Balance(LedgerSource& source, Known<LedgerBalance>& known,
+                                         std::size_t position) {
+  if (known.take != source.Takes()) {
+    std::vector<LedgerBalance>& rows = known.rows;
+    rows.assign(source.Count(), {});
+    source.Texts(kBatchNo, [&](std::size_t i, const RowText& text) { rows[i].batchNo = text; });
+    source.Doubles(kQty, [&](std::size_t i, double number) { rows[i].figures.quantity = number; });
+    source.Amounts(kAmount, [&](std::size_t i, Currency amount) { rows[i].figures.amount = amount; });
+    source.Amounts(kDiff, [&](std::size_t i, Currency amount) { rows[i].figures.diff = amount; });
+    source.Doubles(kAmount, [&](std::size_t i, double amount) {
+      rows[i].figures.price = SafePrice(rows[i].figures.quantity, amount);
+    });
+    known.take = source.Takes();
+  }
+  return known.rows[position];
 }
 
-LedgerMovement PeriodData::Movement(std::size_t position, bool withDiff) {
-  happened.GoTo(position);
-  LedgerMovement movement;
-  movement.id = happened.Integer(kInterId);
-  movement.entryId = happened.Integer(kEntryId);
-  movement.date = happened.Day(kDate);
-  movement.voucherNo = happened.Text(kVoucherNo);
-  movement.batchNo = happened.Text(kMovementBatchNo);
-  movement.note = happened.Text(kNote);
-  movement.tranTypeName = happened.Text(kTranTypeName);
-  movement.auxName = happened.Text(kAuxName);
-  movement.billNo = happened.Text(kBillNo);
-  movement.tranType = happened.Integer(kTranType);
-  movement.in.quantity = happened.Double(kInQty);
-  movement.in.price = happened.Double(kInPrice);
-  movement.in.amount = happened.Amount(kInAmount);
-  movement.out.quantity = happened.Double(kOutQty);
-  movement.out.price = happened.Double(kOutPrice);
-  movement.out.amount = happened.Amount(kOutAmount);
+const LedgerRow& PeriodData::Movement(std::size_t position, bool withDiff) {
+  if (movements_.take != happened.Takes()) ReadMovements(withDiff);
+  return movements_.rows[position];
+}
+
+void PeriodData::ReadMovements(bool withDiff) {
+  std::vector<LedgerRow>& rows = movements_.rows;
+  rows.assign(happened.Count(), {});
+  auto integer = [&](std::size_t field, std::int32_t LedgerRow::*number) {
+    happened.Integers(field, [&](std::size_t i, std::int32_t value) { rows[i].*number = value; });
+  };
+  auto text = [&](std::size_t field, RowText LedgerRow::*target) {
+    happened.Texts(field, [&](std::size_t i, const RowText& value) { rows[i].*target = value; });
+  };
+  auto figures = [&](std::size_t first, LedgerFigures LedgerRow::*side) {
+    happened.Doubles(first, [&](std::size_t i, double value) { (rows[i].*side).quantity = value; });
+    happened.Doubles(first + 1, [&](std::size_t i, double value) { (rows[i].*side).price = value; });
+    happened.Amounts(first + 2, [&](std::size_t i, Currency value) { (rows[i].*side).amount = value; });
+  };
+  auto difference = [&](std::size_t field, LedgerFigures LedgerRow::*side) {
+    differences.Amounts(field, [&](std::size_t i, Currency value) { (rows[i].*side).diff = value; });
+  };
+  integer(kInterId, &LedgerRow::id);
+  integer(kEntryId, &LedgerRow::entryId);
+  happened.Days(kDate, [&](std::size_t i, platform::Date date) { rows[i].date = date; });
+  text(kVoucherNo, &LedgerRow::voucherNo);
+  text(kMovementBatchNo, &LedgerRow::batchNo);
+  text(kNote, &LedgerRow::note);
+  text(kTranTypeName, &LedgerRow::tranTypeName);
+  text(kAuxName, &LedgerRow::auxName);
+  text(kBillNo, &LedgerRow::billNo);
+  integer(kTranType, &LedgerRow::classTypeId);
+  figures(kInQty, &LedgerRow::in);
+  figures(kOutQty, &LedgerRow::out);
   if (withDiff) {
-    differences.GoTo(position);
-    movement.in.diff = differences.Amount(0);
-    movement.out.diff = differences.Amount(1);
+    difference(0, &LedgerRow::in);
+    difference(1, &LedgerRow::out);
   }
-  return movement;
+  movements_.take = happened.Takes();
 }
 
 Ref<Recordset> KeyedAnswer::Rows(std::string_view key) const {

@@ -1,55 +1,95 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
+#include <deque>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "component/ledger/LedgerFigures.h"
+#include "component/ledger/LedgerRow.h"
 #include "platform/rows/Dictionary.h"
-#include "platform/rows/RowReader.h"
+#include "platform/rows/StretchReader.h"
 #include "platform/value/Convert.h"
 
 // What the data component answers for one period, as values. A null figure counts as 0, a null text is empty;
 // a field that is missing raises only where there is a row to read.
 namespace component {
 
-// One recordset of the answer. Its columns are looked up once and then found again in every further recordset
-// of the same layout, at once in one that shows other rows of the same table. Fields are those of the row
-// that GoTo chose last; texts stay good until the next row is read or the recordset goes.
+// One recordset of the answer, read field by field for all its rows. Its columns are looked up once and then
+// found again in every further recordset of the same layout, at once in one that shows other rows of the same
+// table. Texts stay good until the next Take, while the recordset lives.
 class LedgerSource {
  public:
   // Names by their place; read by the places.
   explicit LedgerSource(std::span<const std::string_view> fields)
-      : fields_(fields), columns_(fields.size()), texts_(fields.size()) {}
+      : fields_(fields), columns_(fields.size()) {}
 
   void Take(const platform::Ref<platform::Recordset>& rows);
+  // How often it has taken rows: tells readers whether they know the present ones.
+  std::size_t Takes() const { return takes_; }
   std::size_t Count() const { return count_; }
-  // The rows as the data component made them, for a caller that filters or merges them.
   const platform::Ref<platform::Recordset>& Rows() const { return rows_; }
+  // Every text that was read is kept there.
+  bool KeepsTextsIn(const platform::TextStore& texts) const {
+    return rows_->Texts().get() == &texts && converted_.empty();
+  }
 
-  void GoTo(std::size_t position) { row_ = platform::RowReader(*rows_, rows_->RowAt(position)); }
-  std::string_view Text(std::size_t field) {
-    const Column& column = columns_[field];
-    return column.isText ? row_.Text(column.index) : TextOf(field);
+  // take(i, value) for the i-th row.
+  template <class Take>
+  void Texts(std::size_t field, Take take) {
+    if (columns_[field].isText) {
+      return EachStretch([&](const platform::StretchReader& rows, std::size_t from) {
+        rows.Texts(columns_[field].index,
+                   [&](std::size_t i, const platform::RowText& text) { take(from + i, text); });
+      });
+    }
+    EachValue(field, [&](std::size_t i, const platform::Variant& value) {
+      take(i, std::string_view(converted_.emplace_back(platform::ToText(value))));
+    });
   }
-  std::int32_t Integer(std::size_t field) const {
-    const Column& column = columns_[field];
-    return column.isText ? platform::ToInt32(ValueOf(field)) : row_.Integer(column.index);
+  template <class Take>
+  void Integers(std::size_t field, Take take) const {
+    if (columns_[field].isText) {
+      return EachValue(
+          field, [&](std::size_t i, const platform::Variant& value) { take(i, platform::ToInt32(value)); });
+    }
+    EachStretch([&](const platform::StretchReader& rows, std::size_t from) {
+      rows.Integers(columns_[field].index,
+                    [&](std::size_t i, std::int32_t number) { take(from + i, number); });
+    });
   }
-  double Double(std::size_t field) const {
-    const Column& column = columns_[field];
-    return column.isText ? platform::ToDouble(ValueOf(field)) : row_.Double(column.index);
+  template <class Take>
+  void Doubles(std::size_t field, Take take) const {
+    if (columns_[field].isText) {
+      return EachValue(
+          field, [&](std::size_t i, const platform::Variant& value) { take(i, platform::ToDouble(value)); });
+    }
+    EachStretch([&](const platform::StretchReader& rows, std::size_t from) {
+      rows.Doubles(columns_[field].index, [&](std::size_t i, double number) { take(from + i, number); });
+    });
   }
-  platform::Currency Amount(std::size_t field) const {
-    const Column& column = columns_[field];
-    return column.isText ? platform::ToCurrency(ValueOf(field)) : row_.Amount(column.index);
+  template <class Take>
+  void Amounts(std::size_t field, Take take) const {
+    if (columns_[field].isText) {
+      return EachValue(field, [&](std::size_t i, const platform::Variant& value) {
+        take(i, platform::ToCurrency(value));
+      });
+    }
+    EachStretch([&](const platform::StretchReader& rows, std::size_t from) {
+      rows.Amounts(columns_[field].index,
+                   [&](std::size_t i, platform::Currency amount) { take(from + i, amount); });
+    });
   }
-  platform::Date Day(std::size_t field) const {
-    const Column& column = columns_[field];
-    return column.isDate ? row_.Day(column.index) : platform::ToDate(ValueOf(field));
+  template <class Take>
+  void Days(std::size_t field, Take take) const {
+    if (!columns_[field].isDate) {
+      return EachValue(
+          field, [&](std::size_t i, const platform::Variant& value) { take(i, platform::ToDate(value)); });
+    }
+    EachStretch([&](const platform::StretchReader& rows, std::size_t from) {
+      rows.Days(columns_[field].index, [&](std::size_t i, platform::Date date) { take(from + i, date); });
+    });
   }
 
  private:
@@ -58,40 +98,46 @@ class LedgerSource {
     bool isText = false;
     bool isDate = false;
   };
+  struct Stretch {
+    std::size_t firstRow = 0;
+    std::size_t count = 0;
+  };
 
   bool Fits() const;
   void FindColumns();
+  void FindStretches();
+  template <class Visit>
+  void EachStretch(Visit visit) const {
+    std::size_t from = 0;
+    for (const Stretch& stretch : stretches_) {
+      visit(platform::StretchReader(*rows_, stretch.firstRow, stretch.count), from);
+      from += stretch.count;
+    }
+  }
   // For a field of another type than the one it is read as; Empty for a null.
-  platform::Variant ValueOf(std::size_t field) const;
-  std::string_view TextOf(std::size_t field);
+  template <class Visit>
+  void EachValue(std::size_t field, Visit visit) const {
+    EachStretch([&](const platform::StretchReader& rows, std::size_t from) {
+      rows.RowByRow([&](std::size_t i, const platform::RowReader& row) {
+        const platform::Variant value = row.Value(columns_[field].index);
+        visit(from + i, value.IsNull() ? platform::Variant() : value);
+      });
+    });
+  }
 
   std::span<const std::string_view> fields_;
   std::vector<Column> columns_;
-  std::vector<std::string> texts_;  // of columns that are no texts
+  std::deque<std::string> converted_;  // texts of columns that are no texts
   platform::Ref<platform::Recordset> rows_;
-  platform::RowReader row_;
+  std::vector<Stretch> stretches_;  // neighbouring rows; all of them but under a filter
   std::size_t count_ = 0;
+  std::size_t takes_ = 0;
   bool knowsColumns_ = false;  // those of `rows_`
 };
 
 struct LedgerBalance {
-  std::string_view batchNo;
+  platform::RowText batchNo;
   LedgerFigures figures;  // priced
-};
-
-struct LedgerMovement {
-  std::int32_t id = 0;
-  std::int32_t entryId = 0;
-  platform::Date date;
-  std::string_view voucherNo;
-  std::string_view batchNo;
-  std::string_view note;
-  std::string_view tranTypeName;
-  std::string_view auxName;
-  std::string_view billNo;
-  std::int32_t tranType = 0;
-  LedgerFigures in;
-  LedgerFigures out;
 };
 
 // The answer to one call. Kept between calls, so that the layout of its recordsets is known.
@@ -105,10 +151,15 @@ class PeriodData {
   std::int32_t RowCount() const {
     return static_cast<std::int32_t>(opening.Count() + happened.Count() + closing.Count());
   }
-  LedgerBalance Opening(std::size_t position) { return Balance(opening, position); }
-  LedgerBalance Closing(std::size_t position) { return Balance(closing, position); }
-  // `withDiff` reads the cost differences too, which only the builders for all items have.
-  LedgerMovement Movement(std::size_t position, bool withDiff);
+  // Every text of the answer that was read is kept there, and stays when the answer goes.
+  bool KeepsTextsIn(const platform::TextStore& texts) const {
+    return opening.KeepsTextsIn(texts) && happened.KeepsTextsIn(texts) && closing.KeepsTextsIn(texts);
+  }
+  const LedgerBalance& Opening(std::size_t position) { return Balance(opening, openings_, position); }
+  const LedgerBalance& Closing(std::size_t position) { return Balance(closing, closings_, position); }
+  // What the data component tells of a movement; the rest of the row is empty. `withDiff` reads the cost
+  // differences too, which only the builders for all items have.
+  const LedgerRow& Movement(std::size_t position, bool withDiff);
 
   LedgerSource opening;
   LedgerSource happened;
@@ -118,7 +169,20 @@ class PeriodData {
   platform::Date lastDay;  // the day that summary rows are dated
 
  private:
-  static LedgerBalance Balance(LedgerSource& source, std::size_t position);
+  // What was read of a source, and the Take that it was read from.
+  template <class Row>
+  struct Known {
+    std::vector<Row> rows;
+    std::size_t take = 0;
+  };
+
+  static const LedgerBalance& Balance(LedgerSource& source, Known<LedgerBalance>& known,
+                                      std::size_t position);
+  void ReadMovements(bool withDiff);
+
+  Known<LedgerBalance> openings_;
+  Known<LedgerRow> movements_;
+  Known<LedgerBalance> closings_;
 };
 
 // What a call answered: an object that is indexed by a text key, "rsBegBal" and the like. It lives as long as

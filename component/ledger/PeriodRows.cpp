@@ -22,7 +22,7 @@ void PeriodRows::AddEmptyOpening() {
 }
 
 void PeriodRows::AddOpening(std::size_t position) {
-  const LedgerBalance opening = data_.Opening(position);
+  const LedgerBalance& opening = data_.Opening(position);
   LedgerRow row = SummaryRow(LedgerRowKind::kOpening, year_, period_, data_.firstDay);
   row.batchNo = opening.batchNo;
   row.balance = opening.figures;
@@ -33,24 +33,11 @@ void PeriodRows::AddOpening(std::size_t position) {
 }
 
 void PeriodRows::AddMovement(std::size_t position) {
-  const LedgerMovement movement = data_.Movement(position, withDiff_);
-  running_.Move(movement.in, movement.out);
-  totals_.Add(movement.in, movement.out);
-  LedgerRow row;
+  LedgerRow row = data_.Movement(position, withDiff_);
+  running_.Move(row.in, row.out);
+  totals_.Add(row.in, row.out);
   row.year = year_;
   row.period = period_;
-  row.id = movement.id;
-  row.entryId = movement.entryId;
-  row.date = movement.date;
-  row.voucherNo = movement.voucherNo;
-  row.batchNo = movement.batchNo;
-  row.note = movement.note;
-  row.tranTypeName = movement.tranTypeName;
-  row.auxName = movement.auxName;
-  row.billNo = movement.billNo;
-  row.classTypeId = movement.tranType;
-  row.in = movement.in;
-  row.out = movement.out;
   row.balance = running_.Figures();
   Add(row);
 }
@@ -63,7 +50,7 @@ void PeriodRows::AddPeriodTotal(const LedgerFigures& balance) {
   Add(row);
 }
 
-void PeriodRows::AddClosing(std::string_view batchNo, const LedgerFigures& figures) {
+void PeriodRows::AddClosing(const platform::RowText& batchNo, const LedgerFigures& figures) {
   LedgerRow row = SummaryRow(LedgerRowKind::kClosing, year_, period_, data_.lastDay);
   row.batchNo = batchNo;
   row.balance = figures;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <string_view>
 
 #include "component/ledger/LedgerPage.h"
 #include "component/ledger/PeriodData.h"
@@ -32,7 +31,7 @@ class PeriodRows {
   void AddOpening(std::size_t position);
   void AddMovement(std::size_t position);
   void AddPeriodTotal(const LedgerFigures& balance);
-  void AddClosing(std::string_view batchNo, const LedgerFigures& figures);
+  void AddClosing(const platform::RowText& batchNo, const LedgerFigures& figures);
 
   const LedgerFigures& Balance() const { return running_.Figures(); }
   const LedgerTotals& Totals() const { return totals_; }

@@ -41,6 +41,11 @@ class Recordset final : public Exposed<Recordset> {
   void Close();
   bool IsOpen() const { return state_ == State::kOpen; }
 
+  // Where the texts of the rows are kept. Recordsets that share them hand texts on by their ids (RowText.h);
+  // only one without rows can be told where, otherwise it raises kInvalidCall.
+  const std::shared_ptr<TextStore>& Texts() const { return rows_->Texts(); }
+  void KeepTextsIn(const std::shared_ptr<TextStore>& texts) { rows_->KeepTextsIn(texts); }
+
   const std::vector<Field>& Fields() const;
   std::int32_t FieldCount() const { return static_cast<std::int32_t>(Fields().size()); }
   std::size_t FieldIndex(std::string_view name) const;
@@ -165,6 +170,7 @@ class Recordset final : public Exposed<Recordset> {
  private:
   friend class RowAppender;
   friend class RowReader;
+  friend class StretchReader;
 
   enum class State { kBuilding, kOpen, kClosed };
   struct View;      // the filter and the rows that meet it

@@ -62,32 +62,32 @@ Variant Recordset::ValueAt(std::size_t column, std::size_t row) const {
 
 std::string_view Recordset::TextAt(std::size_t column, std::size_t row) const {
   RequireCell(column, row);
-  return RowReader(*this, row).Text(column);
+  return RowReader(*rows_, row).Text(column);
 }
 
 std::int32_t Recordset::IntegerAt(std::size_t column, std::size_t row) const {
   RequireCell(column, row);
-  return RowReader(*this, row).Integer(column);
+  return RowReader(*rows_, row).Integer(column);
 }
 
 double Recordset::DoubleAt(std::size_t column, std::size_t row) const {
   RequireCell(column, row);
-  return RowReader(*this, row).Double(column);
+  return RowReader(*rows_, row).Double(column);
 }
 
 Currency Recordset::CurrencyAt(std::size_t column, std::size_t row) const {
   RequireCell(column, row);
-  return RowReader(*this, row).Amount(column);
+  return RowReader(*rows_, row).Amount(column);
 }
 
 Date Recordset::DateAt(std::size_t column, std::size_t row) const {
   RequireCell(column, row);
-  return RowReader(*this, row).Day(column);
+  return RowReader(*rows_, row).Day(column);
 }
 
 bool Recordset::BooleanAt(std::size_t column, std::size_t row) const {
   RequireCell(column, row);
-  return RowReader(*this, row).Boolean(column);
+  return RowReader(*rows_, row).Boolean(column);
 }
 
 std::size_t Recordset::ColumnOf(const Variant& field) const {

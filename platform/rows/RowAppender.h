@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/rows/Recordset.h"
+#include "platform/rows/RowStretches.h"
 
 namespace platform {
 
@@ -28,6 +29,20 @@ class RowAppender {
   // each of them.
   void FillText(std::size_t column, std::size_t firstRow, std::string_view text) {
     rows_->FillText(column, firstRow, row_, text);
+  }
+
+  // Many rows at once, before anything is set of the row in the making: `count` rows of nulls, whose first
+  // one's number is given, and then column by column: `value(i)` is that of the i-th of them, an int16_t,
+  // int32_t, double, Currency, Date or RowText. Quicker than row by row.
+  std::size_t AddRows(std::size_t count) {
+    const std::size_t first = row_;
+    for (; row_ < first + count; ++row_) rows_->AppendTail();
+    at_ = rows_->At(row_);
+    return first;
+  }
+  template <class Value>
+  void Fill(std::size_t column, std::size_t firstRow, std::size_t count, Value value) {
+    rows_->Fill(column, firstRow, count, value);
   }
 
   void CommitRow() {

@@ -49,6 +49,11 @@ class RowReader {
   }
 
  private:
+  friend class Recordset;
+
+  // Of a row that is known to be there.
+  RowReader(const RowStore& rows, std::size_t row) : rows_(&rows), at_(rows.At(row)) {}
+
   // Of a column of another type of number.
   std::int32_t ToInteger(std::size_t column) const;
   double ToDouble(std::size_t column) const;

@@ -41,7 +41,7 @@ std::size_t CellBytes(FieldType type) {
 }  // namespace
 
 void RowStore::AppendField(Field field) {
-  const TextStore::Id emptyId = IsTextType(field.type) ? texts_.Keep({}) : 0;
+  const TextStore::Id emptyId = IsTextType(field.type) ? texts_->Keep({}) : 0;
   columns_.push_back({.type = field.type,
                       .width = field.width,
                       .cellBytes = CellBytes(field.type),
@@ -87,8 +87,11 @@ void RowStore::AddGroup() {
   for (std::size_t column = 0; column < columns_.size() && !groups_.empty(); ++column) {
     const ChunkKind before = groups_.back()[column].kind;
     if (before == ChunkKind::kSame) continue;
-    MakeCoded(group[column]);
-    if (before == ChunkKind::kPlain && !retries) MakePlain(column, group[column]);
+    if (before == ChunkKind::kPlain && !retries) {
+      BeginPlain(column, group[column]);
+    } else {
+      MakeCoded(group[column]);
+    }
   }
   groups_.push_back(std::move(group));
 }
@@ -99,6 +102,25 @@ void RowStore::DropGroup() {
     if (chunk.cells != nullptr) blocks_.Give(chunk.cells, BlockBytes(column, chunk.kind));
   }
   groups_.pop_back();
+}
+
+void RowStore::KeepTextsIn(std::shared_ptr<TextStore> texts) {
+  if (rowCount_ > 0) {
+    throw Error(ErrorNumber::kInvalidCall, "Recordset", "the texts of rows stay where they are");
+  }
+  texts_ = std::move(texts);
+  for (Column& column : columns_) {
+    if (!IsTextType(column.type)) continue;
+    column.emptyId = column.lastId = texts_->Keep({});
+    column.lastText = {};
+  }
+}
+
+void RowStore::MarkPresent(std::byte* bits, std::size_t from, std::size_t to) {
+  auto mark = [bits](std::size_t place) { bits[place / 8] |= std::byte{1} << (place % 8); };
+  for (; from < to && from % 8 != 0; ++from) mark(from);
+  for (; from + 8 <= to; from += 8) bits[from / 8] = std::byte{0xFF};
+  for (; from < to; ++from) mark(from);
 }
 
 std::size_t RowStore::BlockBytes(std::size_t column, ChunkKind kind) const {
@@ -117,13 +139,18 @@ void RowStore::MakeCoded(Chunk& chunk) {
   std::memcpy(CodedValue(chunk, 0), &chunk.value, sizeof chunk.value);
 }
 
+// Without a cell that holds a value.
+void RowStore::BeginPlain(std::size_t column, Chunk& chunk) {
+  chunk.cells = blocks_.Take(BlockBytes(column, ChunkKind::kPlain));
+  chunk.kind = ChunkKind::kPlain;
+  std::memset(PresentBits(column, chunk), 0, kPresentBytes);
+}
+
 void RowStore::MakePlain(std::size_t column, Chunk& chunk) {
   const Chunk coded = chunk;
   const std::size_t size = columns_[column].cellBytes;
-  chunk.cells = blocks_.Take(BlockBytes(column, ChunkKind::kPlain));
-  chunk.kind = ChunkKind::kPlain;
+  BeginPlain(column, chunk);
   std::byte* const present = PresentBits(column, chunk);
-  std::memset(present, 0, kPresentBytes);
   for (std::size_t place = 0; place < kRowsPerGroup; ++place) {
     const auto code = static_cast<std::size_t>(coded.cells[place]);
     if (code == 0) continue;
@@ -135,12 +162,8 @@ void RowStore::MakePlain(std::size_t column, Chunk& chunk) {
 
 // The code of a value in a coded column; kMostCoded when it is not among them and there is no room for it.
 std::size_t RowStore::CodeOf(std::size_t column, Chunk& chunk, std::uint64_t bits) {
-  std::uint64_t known = 0;
-  auto is = [&](std::size_t code) {
-    std::memcpy(&known, CodedValue(chunk, code), sizeof known);
-    return known == bits;
-  };
-  std::uint8_t& hint = columns_[column].hints[(bits * 0x9E3779B97F4A7C15U) >> 58U];
+  auto is = [&](std::size_t code) { return CodedBits(chunk, code) == bits; };
+  std::uint8_t& hint = columns_[column].hints[HintOf(bits)];
   if (hint < chunk.count && is(hint)) return hint;
   std::size_t code = 0;
   while (code < chunk.count && !is(code)) ++code;
@@ -198,10 +221,8 @@ void RowStore::FillBits(std::size_t column, Chunk& chunk, std::size_t from, std:
     MakePlain(column, chunk);
   }
   const std::size_t size = columns_[column].cellBytes;
-  for (std::size_t place = from; place < to; ++place) {
-    std::memcpy(chunk.cells + place * size, &bits, size);
-    PresentBits(column, chunk)[place / 8] |= std::byte{1} << (place % 8);
-  }
+  for (std::size_t place = from; place < to; ++place) std::memcpy(chunk.cells + place * size, &bits, size);
+  MarkPresent(PresentBits(column, chunk), from, to);
 }
 
 bool RowStore::IsNull(std::size_t column, Place at) const {
@@ -256,8 +277,8 @@ TextStore::Id RowStore::KeepText(std::size_t column, std::string_view text) {
                 "field " + fields_[column].name + ": the text has " + std::to_string(CharacterCount(text)) +
                     " characters, the field holds " + std::to_string(target.width));
   }
-  target.lastId = texts_.Keep(text);
-  target.lastText = texts_.Text(target.lastId);
+  target.lastId = texts_->Keep(text);
+  target.lastText = texts_->Text(target.lastId);
   return target.lastId;
 }
 
@@ -336,7 +357,7 @@ Variant RowStore::Value(std::size_t column, Place at) const {
 
 std::size_t RowStore::Bytes() const {
   return blocks_.Bytes() + groups_.size() * columns_.size() * sizeof(Chunk) +
-         groups_.capacity() * sizeof(groups_[0]) + texts_.Bytes();
+         groups_.capacity() * sizeof(groups_[0]) + texts_->Bytes();
 }
 
 }  // namespace platform

@@ -10,6 +10,7 @@
 
 #include "platform/rows/BlockPool.h"
 #include "platform/rows/Field.h"
+#include "platform/rows/RowText.h"
 #include "platform/rows/TextStore.h"
 #include "platform/value/Variant.h"
 
@@ -33,6 +34,11 @@ class RowStore {
   const std::vector<Field>& Fields() const { return fields_; }
   // Without regard to case; the number of fields when there is none of this name.
   std::size_t FindField(std::string_view name) const;
+
+  // The texts of all columns, which other tables may share. Only a table without rows takes them elsewhere;
+  // raises kInvalidCall otherwise.
+  const std::shared_ptr<TextStore>& Texts() const { return texts_; }
+  void KeepTextsIn(std::shared_ptr<TextStore> texts);
 
   std::size_t RowCount() const { return rowCount_; }
   // Counts the times that rows were removed, for views that hold row numbers.
@@ -99,7 +105,7 @@ class RowStore {
         if (at.offset == chunk.count) ++chunk.count;
         return;
       case ChunkKind::kCoded:
-        if (std::memcmp(CodedValue(chunk, chunk.last), &bits, sizeof bits) != 0) break;
+        if (CodedBits(chunk, chunk.last) != bits) break;
         chunk.cells[at.offset] = static_cast<std::byte>(chunk.last + 1);
         return;
       case ChunkKind::kPlain:
@@ -144,6 +150,14 @@ class RowStore {
   }
   void SetValue(std::size_t column, Place at, const Variant& value);
   void SetNull(std::size_t column, Place at);
+  // One column of a stretch of rows that are there: `value(i)` is what row `firstRow` + i holds from now on.
+  // The column's type is a quick way; another one takes the values converted.
+  template <class ValueOf>
+  void Fill(std::size_t column, std::size_t firstRow, std::size_t count, ValueOf value);
+  // The other way round: take(i, value) is called for each row of the stretch, with `forNull` for a null. T
+  // is the stored type; the caller has checked it.
+  template <class T, class Take>
+  void Each(std::size_t column, std::size_t firstRow, std::size_t count, T forNull, Take take) const;
   // One text in a stretch of rows, whatever they held.
   void FillText(std::size_t column, std::size_t firstRow, std::size_t pastRow, std::string_view text);
 
@@ -152,8 +166,10 @@ class RowStore {
   // Empty for a null.
   std::string_view Text(std::size_t column, Place at) const {
     TextStore::Id id = 0;
-    return Read(column, at, id) ? texts_.Text(id) : std::string_view();
+    return Read(column, at, id) ? texts_->Text(id) : std::string_view();
   }
+  // What a null text reads as, by its id.
+  TextStore::Id EmptyId(std::size_t column) const { return columns_[column].emptyId; }
 
   // What rows, texts and indexes take from the heap.
   std::size_t Bytes() const;
@@ -193,15 +209,49 @@ class RowStore {
   static std::byte* CodedValue(const Chunk& chunk, std::size_t code) {
     return chunk.cells + kRowsPerGroup + code * sizeof(std::uint64_t);
   }
+  static std::uint64_t CodedBits(const Chunk& chunk, std::size_t code) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, CodedValue(chunk, code), sizeof bits);
+    return bits;
+  }
+  static std::size_t HintOf(std::uint64_t bits) { return (bits * 0x9E3779B97F4A7C15U) >> 58U; }
   std::byte* PresentBits(std::size_t column, const Chunk& chunk) const {
     return chunk.cells + kRowsPerGroup * columns_[column].cellBytes;
   }
+  static void MarkPresent(std::byte* bits, std::size_t from, std::size_t to);
   std::size_t BlockBytes(std::size_t column, ChunkKind kind) const;
+
+  template <class T>
+  static constexpr bool Holds(FieldType type);
+  // visit(place, from, count) for the parts of a stretch of rows that lie in one group each.
+  template <class Visit>
+  void EachPart(std::size_t firstRow, std::size_t count, Visit visit) const;
+  template <class T, class ValueOf>
+  void WritePart(std::size_t column, Place at, std::size_t count, ValueOf value);
+  template <class T, class Take>
+  void ReadPart(std::size_t column, Place at, std::size_t count, T forNull, Take take) const;
+  // Sets a cell of a column that is not plain to what the column holds all over, or to one of its coded
+  // values that is found at once; false when it is neither.
+  bool Repeats(std::size_t column, Chunk& chunk, std::size_t place, std::uint64_t bits) {
+    if (chunk.kind == ChunkKind::kSame) {
+      if (place != chunk.count || place == 0 || bits != chunk.value) return false;
+      ++chunk.count;
+      return true;
+    }
+    if (CodedBits(chunk, chunk.last) != bits) {
+      const std::uint8_t hint = columns_[column].hints[HintOf(bits)];
+      if (hint >= chunk.count || CodedBits(chunk, hint) != bits) return false;
+      chunk.last = hint;
+    }
+    chunk.cells[place] = static_cast<std::byte>(chunk.last + 1);
+    return true;
+  }
 
   void AddGroup();
   void DropGroup();
   void MakeCoded(Chunk& chunk);
   void MakePlain(std::size_t column, Chunk& chunk);
+  void BeginPlain(std::size_t column, Chunk& chunk);
   void SetBits(std::size_t column, Chunk& chunk, std::size_t place, std::uint64_t bits);
   std::size_t CodeOf(std::size_t column, Chunk& chunk, std::uint64_t bits);
   void FillBits(std::size_t column, Chunk& chunk, std::size_t from, std::size_t to, std::uint64_t bits);
@@ -222,7 +272,7 @@ class RowStore {
   std::size_t rowCount_ = 0;
   std::size_t removals_ = 0;
   bool tailClaimed_ = false;
-  TextStore texts_;
+  std::shared_ptr<TextStore> texts_ = std::make_shared<TextStore>();
 };
 
 }  // namespace platform

@@ -2,6 +2,8 @@
 // table that grows and most comparisons that fail never touch the texts themselves.
 #include "platform/rows/TextStore.h"
 
+#include <algorithm>
+
 #include "platform/value/Error.h"
 
 namespace platform {
@@ -79,6 +81,7 @@ TextStore::Id TextStore::Append(std::string_view text) {
   std::memcpy(start, &length, sizeof length);
   if (!text.empty()) std::memcpy(start + sizeof length, text.data(), text.size());
   if (!ownBlock) used_ += needed;
+  longest_ = std::max(longest_, text.size());
   return static_cast<Id>((block << kUnitBits) + offset / kUnit);
 }
 

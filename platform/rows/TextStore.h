@@ -41,6 +41,11 @@ class TextStore {
 
   // The id of this text, kept from now on if it is new. Raises kOverflow when the ids are used up (16 GiB).
   Id Keep(std::string_view text);
+  // The same without looking for it, for a text that is likely to be new: it may be kept twice.
+  Id KeepNew(std::string_view text) {
+    ++unsought_;
+    return Append(text);
+  }
 
   std::string_view Text(Id id) const {
     const char* start = blocks_[id >> kUnitBits].get() + (id & kUnitMask) * kUnit;
@@ -50,7 +55,9 @@ class TextStore {
   }
 
   // The texts that are kept.
-  std::size_t Count() const { return count_; }
+  std::size_t Count() const { return count_ + unsought_; }
+  // The bytes of the longest one.
+  std::size_t Longest() const { return longest_; }
   // What the texts and their index take from the heap.
   std::size_t Bytes() const { return bytes_ + slots_.capacity() * sizeof(Slot); }
 
@@ -75,7 +82,9 @@ class TextStore {
   std::size_t used_ = kBlockBytes;  // of the block that is being filled
   std::size_t filling_ = 0;
   std::vector<Slot> slots_;
-  std::size_t count_ = 0;
+  std::size_t count_ = 0;     // of those that are sought
+  std::size_t unsought_ = 0;  // the others
+  std::size_t longest_ = 0;
   std::size_t bytes_ = 0;
 };
 

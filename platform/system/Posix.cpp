@@ -1,5 +1,8 @@
 // The calls that differ from one operating system to the next, for those that follow POSIX.
+#include <atomic>
+
 #include <dlfcn.h>
+#include <pthread.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -20,7 +23,15 @@ namespace {
 
 }  // namespace
 
-std::int32_t ProcessId() { return static_cast<std::int32_t>(getpid()); }
+// Asked for with every call of a service, and each time a call of the system: known until the process splits.
+std::int32_t ProcessId() {
+  static std::atomic<std::int32_t> known{0};
+  static const int watched = pthread_atfork(nullptr, nullptr, [] { known = 0; });
+  if (watched != 0) return getpid();
+  std::int32_t id = known.load(std::memory_order_relaxed);
+  if (id == 0) known = id = getpid();
+  return id;
+}
 
 void PreferLargePages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t size) {
 #ifdef MADV_HUGEPAGE

@@ -1,13 +1,14 @@
 #include "books/reports/ledger/BillTexts.h"
 
-#include <cstring>
 #include <limits>
+#include <string_view>
 
 namespace books::reports {
 namespace {
 
 using database::Connection;
 using database::Statement;
+using platform::TextStore;
 
 // Reading a bill among all takes about a sixteenth of looking it up.
 constexpr std::int64_t kReadsOfALookUp = 16;
@@ -21,42 +22,41 @@ BillTexts::BillTexts(Connection& connection)
       one_(connection.Prepare(
           "SELECT bill_class, number, voucher_number, explanation FROM bill WHERE id = ?")) {}
 
-void BillTexts::Forget() {
+void BillTexts::Forget(platform::TextStore& texts) {
   lookUps_ = 0;
   lookUpsAllowed_ = 0;
-  entries_.clear();
-  texts_ = {};
+  bills_.clear();
+  texts_ = &texts;
+  const TextStore::Id empty = texts.Keep({});
+  none_ = {.billClass = 0, .number = empty, .voucher = empty, .explanation = empty};
 }
 
 BillText BillTexts::Of(std::int64_t billId) {
-  if (entries_.empty()) {
+  if (bills_.empty()) {
     if (lookUpsAllowed_ == 0) Plan();
     if (++lookUps_ <= lookUpsAllowed_) return LookUp(billId);
     ReadAll();
-    if (entries_.empty()) return LookUp(billId);
+    if (bills_.empty()) return LookUp(billId);
   }
-  const std::int64_t place = billId - firstId_;
-  if (place < 0 || place >= static_cast<std::int64_t>(entries_.size())) return {};
-  const Entry& entry = entries_[static_cast<std::size_t>(place)];
-  std::string_view number(entry.number.data(), entry.numberSize);
-  if (entry.numberSize == kLongNumber) {
-    platform::TextStore::Id id = 0;
-    std::memcpy(&id, entry.number.data(), sizeof id);
-    number = texts_.Text(id);
-  }
-  return {.billClass = entry.billClass,
+  const auto place = static_cast<std::size_t>(billId - firstId_);  // huge for what stands before the first
+  return place < bills_.size() ? bills_[place] : none_;
+}
+
+// Vouchers and explanations repeat, and most bills have none.
+BillText BillTexts::Keep(const Statement& row, int firstColumn, TextStore::Id number) {
+  auto text = [&](int column) {
+    const std::string_view view = row.TextView(column);
+    return view.empty() ? none_.number : texts_->Keep(view);
+  };
+  return {.billClass = row.Int32(firstColumn),
           .number = number,
-          .voucher = texts_.Text(entry.voucher),
-          .explanation = texts_.Text(entry.explanation)};
+          .voucher = text(firstColumn + 2),
+          .explanation = text(firstColumn + 3)};
 }
 
 BillText BillTexts::LookUp(std::int64_t billId) {
   one_.Bind(billId);
-  if (!one_.Step()) return {};
-  return {.billClass = one_.Int32(0),
-          .number = one_.TextView(1),
-          .voucher = one_.TextView(2),
-          .explanation = one_.TextView(3)};
+  return one_.Step() ? Keep(one_, 0, texts_->Keep(one_.TextView(1))) : none_;
 }
 
 // Ids are given in the order of writing, so that the newest one tells about how many bills there are.
@@ -66,33 +66,24 @@ void BillTexts::Plan() {
   if (newest.Step()) lookUpsAllowed_ += newest.Integer(0) / kReadsOfALookUp;
 }
 
+// The ends and the number are asked one by one: each is found at once, all three together only by reading
+// all.
 void BillTexts::ReadAll() {
   one_.Reset();
-  Statement span = connection_.Query("SELECT MIN(id), MAX(id) - MIN(id) + 1, COUNT(*) FROM bill");
+  Statement span = connection_.Query(
+      "SELECT (SELECT MIN(id) FROM bill), (SELECT MAX(id) FROM bill), (SELECT COUNT(*) FROM bill)");
   if (!span.Step()) return;
   firstId_ = span.Integer(0);
-  const std::int64_t ids = span.Integer(1);
+  const std::int64_t ids = span.Integer(1) - firstId_ + 1;
   if (ids > span.Integer(2) * kMostIdsOfABill) {
     lookUpsAllowed_ = std::numeric_limits<std::int64_t>::max();
     return;
   }
-  const Entry none = {.voucher = texts_.Keep({}), .explanation = texts_.Keep({})};
-  entries_.assign(static_cast<std::size_t>(ids), none);
+  bills_.assign(static_cast<std::size_t>(ids), none_);
   Statement rows = connection_.Query("SELECT id, bill_class, number, voucher_number, explanation FROM bill");
   while (rows.Step()) {
-    Entry& entry = entries_[static_cast<std::size_t>(rows.Integer(0) - firstId_)];
-    entry = {.billClass = rows.Int32(1),
-             .voucher = texts_.Keep(rows.TextView(3)),
-             .explanation = texts_.Keep(rows.TextView(4))};
-    const std::string_view number = rows.TextView(2);
-    if (number.size() <= entry.number.size()) {
-      entry.numberSize = static_cast<std::uint8_t>(number.size());
-      std::memcpy(entry.number.data(), number.data(), number.size());
-    } else {
-      const platform::TextStore::Id id = texts_.Keep(number);
-      entry.numberSize = kLongNumber;
-      std::memcpy(entry.number.data(), &id, sizeof id);
-    }
+    const TextStore::Id number = texts_->KeepNew(rows.TextView(2));  // no two bills of a class share one
+    bills_[static_cast<std::size_t>(rows.Integer(0) - firstId_)] = Keep(rows, 1, number);
   }
 }
 

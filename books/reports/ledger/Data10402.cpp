@@ -85,7 +85,10 @@ class LedgerAhead {
 
   LedgerReader& Reader() { return reader_; }
 
-  void Forget() { next_ = 0; }
+  void BeginOutput() {
+    next_ = 0;
+    reader_.BeginOutput();
+  }
 
   Ref<Dictionary> Serve(std::int32_t itemId, std::int32_t period, const Variant& filter) {
     const bool goesOn = itemId == itemId_ && period == next_ && period <= last_ && mark_.Fits(filter);
@@ -194,7 +197,7 @@ Ref<Dictionary> ServeAll(services::Store& store, std::int32_t period, const std:
 
 Ref<Recordset> Data10402::GetItems(const std::string& /*props*/, const std::string& condition,
                                    Variant& filter) {
-  store_->Kept<LedgerAhead>().Forget();
+  store_->Kept<LedgerAhead>().BeginOutput();
   const LedgerChoice choice(*store_, filter);
   const ItemCondition asked = ReadItemCondition(condition, "t0");
   Conditions items;

@@ -11,7 +11,6 @@
 #include <span>
 
 #include "books/schema/Codes.h"
-#include "platform/rows/RowAppender.h"
 #include "platform/value/Convert.h"
 
 namespace books::reports {
@@ -22,10 +21,8 @@ using database::Statement;
 using database::Transaction;
 using platform::Currency;
 using platform::Date;
-using platform::RowAppender;
+using platform::TextStore;
 using platform::Variant;
-using services::Kept;
-using services::RowField;
 
 // Ends the look-ups of a reading with it.
 class Released {
@@ -40,28 +37,6 @@ class Released {
  private:
   BillTexts& bills_;
 };
-
-// The item comes last, so that both layouts share their places.
-constexpr RowField kOpeningFields[] = {{"FBatchNo", Kept::kText},
-                                       {"FBegQty", Kept::kQuantity},
-                                       {"FBegAmount", Kept::kAmount},
-                                       {"FBegDiff", Kept::kAmount},
-                                       {"FItemID", Kept::kInteger}};
-constexpr RowField kClosingFields[] = {{"FBatchNo", Kept::kText},
-                                       {"FEndQty", Kept::kQuantity},
-                                       {"FEndAmount", Kept::kAmount},
-                                       {"FEndDiff", Kept::kAmount},
-                                       {"FItemID", Kept::kInteger}};
-constexpr RowField kMovementFields[] = {
-    {"FInterID", Kept::kInteger},   {"FEntryID", Kept::kInteger},  {"FDate", Kept::kDate},
-    {"FVoucherNo", Kept::kText},    {"FBatchNo", Kept::kText},     {"FNote", Kept::kText},
-    {"FTranTypeName", Kept::kText}, {"FAuxName", Kept::kText},     {"FBillNo", Kept::kText},
-    {"FTranType", Kept::kInteger},  {"FInQty", Kept::kQuantity},   {"FInPrice", Kept::kReal},
-    {"FInAmount", Kept::kAmount},   {"FInDiff", Kept::kAmount},    {"FOutQty", Kept::kQuantity},
-    {"FOutPrice", Kept::kReal},     {"FOutAmount", Kept::kAmount}, {"FOutDiff", Kept::kAmount},
-    {"FItemID", Kept::kInteger}};
-constexpr std::size_t kIn = 10;
-constexpr std::size_t kOut = 14;
 
 // The warehouse is read only where some are left out: each column costs its time over millions of movements.
 std::string MovementSql(bool withWarehouse) {
@@ -84,82 +59,10 @@ SELECT id, number, (? = '' OR number >= ?) AND (? = '' OR number <= ?) FROM batc
 // A reader's rows go to new recordsets once there are so many.
 constexpr std::int32_t kManyRows = 4096;
 
-ItemLedger NewLedger() {
-  return {.opening = {.rows = services::NewRows(kOpeningFields), .starts = {}},
-          .happened = {.rows = services::NewRows(kMovementFields), .starts = {}},
-          .closing = {.rows = services::NewRows(kClosingFields), .starts = {}}};
-}
-
-void SetSide(RowAppender& row, std::size_t first, double quantity, Currency amount) {
-  row.SetDouble(first, quantity);
-  row.SetDouble(first + 1, quantity == 0 ? 0 : amount.ToDouble() / quantity);
-  row.SetCurrency(first + 2, amount);
-  row.SetCurrency(first + 3, Currency());
-}
-
-// Rows in the making, with the place where each period's begin.
-class RowsOutput {
- public:
-  explicit RowsOutput(LedgerRows& target)
-      : row(*target.rows),
-        starts_(target.starts),
-        count_(static_cast<std::size_t>(target.rows->RecordCount())) {
-    starts_.clear();
-  }
-
-  void BeginPeriod() { starts_.push_back(count_); }
-  void Commit() {
-    row.CommitRow();
-    ++count_;
-  }
-
-  RowAppender row;
-
- private:
-  std::vector<std::size_t>& starts_;
-  std::size_t count_;
-};
+// Texts that may pile up over outputs, titles above all, before the reader begins anew with none.
+constexpr std::size_t kMostTexts = std::size_t{1} << 22U;
 
 }  // namespace
-
-// The rows of one item, period after period.
-class LedgerReader::Output {
- public:
-  Output(std::int32_t itemId, ItemLedger& ledger)
-      : itemId_(itemId), opening_(ledger.opening), happened_(ledger.happened), closing_(ledger.closing) {}
-
-  RowsOutput& Movements() { return happened_; }
-
-  void BeginPeriod() {
-    opening_.BeginPeriod();
-    happened_.BeginPeriod();
-    closing_.BeginPeriod();
-  }
-  void AddOpening(std::span<const Batch> batches) { AddBalances(opening_, batches, false); }
-  // With those of 0 that have moved, when they are asked for.
-  void AddClosing(std::span<const Batch> batches, bool withMoved) {
-    AddBalances(closing_, batches, withMoved);
-  }
-
- private:
-  void AddBalances(RowsOutput& rows, std::span<const Batch> batches, bool withMoved) const {
-    for (const Batch& batch : batches) {
-      const bool isZero = batch.quantity == Quantity() && batch.amount == Currency();
-      if (isZero && !(withMoved && batch.moved)) continue;
-      rows.row.SetText(0, batch.number);
-      rows.row.SetDouble(1, batch.quantity.ToDouble());
-      rows.row.SetCurrency(2, batch.amount);
-      rows.row.SetCurrency(3, Currency());
-      rows.row.SetInteger(4, itemId_);
-      rows.Commit();
-    }
-  }
-
-  std::int32_t itemId_;
-  RowsOutput opening_;
-  RowsOutput happened_;
-  RowsOutput closing_;
-};
 
 LedgerReader::LedgerReader(services::Store& store)
     : store_(store),
@@ -176,7 +79,9 @@ void LedgerReader::Renew(const Variant& filter) {
   if (version != version_ || !choice_) {
     version_ = version;
     choice_.reset();
-    bills_.Forget();
+    texts_ = std::make_shared<TextStore>();
+    noText_ = texts_->Keep({});
+    bills_.Forget(*texts_);
     auxNames_.clear();
     classNames_.clear();
     days_.clear();
@@ -187,7 +92,7 @@ void LedgerReader::Renew(const Variant& filter) {
     Statement until = store_.Reading().Query("SELECT balances_until FROM book_state WHERE id = 1");
     balancesUntil_ = until.Step() ? until.Int32(0) : 0;
     Statement classes = store_.Reading().Query("SELECT id, name FROM bill_class");
-    while (classes.Step()) classNames_.emplace_back(classes.Int32(0), classes.Text(1));
+    while (classes.Step()) classNames_.emplace_back(classes.Int32(0), texts_->Keep(classes.TextView(1)));
   }
   if (choice_ && mark_.Fits(filter)) return;
   choice_.reset();
@@ -210,19 +115,19 @@ PeriodDays LedgerReader::DaysOf(std::int32_t period) {
   return days;
 }
 
-std::string_view LedgerReader::AuxName(std::int64_t id) {
-  if (id == 0) return {};
-  const auto [known, isNew] = auxNames_.try_emplace(id);
+TextStore::Id LedgerReader::AuxName(std::int64_t id) {
+  if (id == 0) return noText_;
+  const auto [known, isNew] = auxNames_.try_emplace(id, noText_);
   if (isNew) {
     Statement row = store_.Reading().Query("SELECT name FROM base_data WHERE id = ?", id);
-    if (row.Step()) known->second = row.Text(0);
+    if (row.Step()) known->second = texts_->Keep(row.TextView(0));
   }
   return known->second;
 }
 
-std::string_view LedgerReader::ClassName(std::int32_t billClass) {
+TextStore::Id LedgerReader::ClassName(std::int32_t billClass) const {
   const auto known = std::ranges::find(classNames_, billClass, [](const auto& each) { return each.first; });
-  return known == classNames_.end() ? std::string_view() : std::string_view(known->second);
+  return known == classNames_.end() ? noText_ : known->second;
 }
 
 void LedgerReader::ReadBatches(std::int32_t itemId) {
@@ -232,6 +137,7 @@ void LedgerReader::ReadBatches(std::int32_t itemId) {
   while (itemBatches_.Step()) {
     batches_.push_back({.id = itemBatches_.Integer(0),
                         .number = itemBatches_.Text(1),
+                        .text = {},
                         .chosen = itemBatches_.Boolean(2),
                         .quantity = {},
                         .amount = {}});
@@ -263,7 +169,8 @@ bool LedgerReader::IsCostedByBatch(std::int32_t itemId) {
 void LedgerReader::ReadBalances(std::int32_t itemId, std::int32_t period) {
   byBatch_ = IsCostedByBatch(itemId);
   batches_.resize(1);
-  batches_.front() = {.number = {}, .chosen = !choice_->HasBatchRange(), .quantity = {}, .amount = {}};
+  batches_.front() = {
+      .number = {}, .text = noText_, .chosen = !choice_->HasBatchRange(), .quantity = {}, .amount = {}};
   knowsBatches_ = false;
   balances_.Bind(itemId, period);
   while (balances_.Step()) {
@@ -276,7 +183,29 @@ void LedgerReader::ReadBalances(std::int32_t itemId, std::int32_t period) {
   }
 }
 
-void LedgerReader::AddMovement(std::int32_t itemId, const Statement& movement, Output& output) {
+TextStore::Id LedgerReader::NumberOf(Batch& batch) {
+  if (!batch.text) batch.text = texts_->Keep(batch.number);
+  return *batch.text;
+}
+
+LedgerBalance LedgerReader::BalanceOf(Batch& batch) {
+  return {.batch = NumberOf(batch), .quantity = batch.quantity, .amount = batch.amount};
+}
+
+void LedgerReader::AddOpening() {
+  for (Batch& stock : Stocks()) {
+    if (!stock.IsZero()) output_.AddOpening(BalanceOf(stock));
+  }
+}
+
+// With those of 0 that have moved, when they are asked for.
+void LedgerReader::AddClosing(bool withMoved) {
+  for (Batch& stock : Stocks()) {
+    if (!stock.IsZero() || (withMoved && stock.moved)) output_.AddClosing(BalanceOf(stock));
+  }
+}
+
+void LedgerReader::AddMovement(std::int32_t itemId, const Statement& movement) {
   if (!choice_->everyWarehouse && !choice_->HasWarehouse(movement.Integer(8))) return;
   Batch* const batch = ChosenBatch(itemId, movement.Integer(3));
   if (batch == nullptr) return;
@@ -287,44 +216,46 @@ void LedgerReader::AddMovement(std::int32_t itemId, const Statement& movement, O
   stock.quantity += isIn ? quantity : -quantity;
   stock.amount += isIn ? amount : -amount;
   stock.moved = true;
-  const std::int64_t billId = movement.Integer(1);
-  const BillText bill = bills_.Of(billId);
-  RowAppender& row = output.Movements().row;
-  row.SetInteger(0, static_cast<std::int32_t>(billId));
-  row.SetInteger(1, movement.Int32(2));
-  row.SetDate(2, movement.GetDate(0));
-  row.SetText(3, bill.voucher);
-  row.SetText(4, batch->number);
-  row.SetText(5, bill.explanation);
-  row.SetText(6, ClassName(bill.billClass));
-  row.SetText(7, AuxName(movement.Integer(4)));
-  row.SetText(8, bill.number);
-  row.SetInteger(9, bill.billClass);
-  SetSide(row, kIn, isIn ? quantity.ToDouble() : 0, isIn ? amount : Currency());
-  SetSide(row, kOut, isIn ? 0 : quantity.ToDouble(), isIn ? Currency() : amount);
-  row.SetInteger(18, itemId);
-  output.Movements().Commit();
+  output_.AddMovement({.billId = movement.Int32(1),
+                       .line = movement.Int32(2),
+                       .date = movement.GetDate(0),
+                       .batch = NumberOf(*batch),
+                       .auxName = AuxName(movement.Integer(4)),
+                       .isIn = isIn,
+                       .quantity = quantity,
+                       .amount = amount});
+}
+
+// All at the end: bills lie scattered in memory, and one after the other they are fetched side by side.
+void LedgerReader::SetBills() {
+  for (LedgerMovement& movement : output_.Movements()) {
+    const BillText bill = bills_.Of(movement.billId);
+    movement.billClass = bill.billClass;
+    movement.billNumber = bill.number;
+    movement.voucher = bill.voucher;
+    movement.note = bill.explanation;
+    movement.className = ClassName(bill.billClass);
+  }
 }
 
 void LedgerReader::ReadItem(std::int32_t itemId, std::int32_t firstPeriod, std::int32_t lastPeriod,
                             ItemLedger& ledger) {
   const std::int32_t known = std::max(firstPeriod - 1, balancesFrom_);  // from here on there are balances
   ReadBalances(itemId, std::min(known, balancesUntil_));
-  Output output(itemId, ledger);
   auto begin = [&](std::int32_t period) {
-    output.BeginPeriod();
+    output_.BeginPeriod();
     for (Batch& stock : Stocks()) stock.moved = false;
-    if (period > known) output.AddOpening(Stocks());
+    if (period > known) AddOpening();
   };
   auto end = [&](std::int32_t period) {
-    if (period < known) return;
-    output.AddClosing(Stocks(), period <= balancesUntil_ && !choice_->leavesOutZero);
+    if (period >= known) AddClosing(period <= balancesUntil_ && !choice_->leavesOutZero);
   };
+  output_.Begin();
   std::int32_t at = firstPeriod;
   begin(at);
   Statement& movement = choice_->everyWarehouse ? movements_ : placedMovements_;
   movement.Bind(itemId, DaysOf(firstPeriod).first, DaysOf(lastPeriod).past);
-  for (Date past = DaysOf(at).past; movement.Step(); AddMovement(itemId, movement, output)) {
+  for (Date past = DaysOf(at).past; movement.Step(); AddMovement(itemId, movement)) {
     for (const Date date = movement.GetDate(0); at < lastPeriod && date >= past; past = DaysOf(at).past) {
       end(at);
       begin(++at);
@@ -332,7 +263,12 @@ void LedgerReader::ReadItem(std::int32_t itemId, std::int32_t firstPeriod, std::
   }
   for (; at < lastPeriod; begin(++at)) end(at);
   end(at);
-  output.BeginPeriod();
+  SetBills();
+  output_.WriteTo(ledger, itemId);
+}
+
+void LedgerReader::BeginOutput() {
+  if (texts_ && texts_->Count() > kMostTexts + 2 * bills_.Count()) choice_.reset();
 }
 
 void LedgerReader::Read(std::int32_t itemId, std::int32_t firstPeriod, std::int32_t lastPeriod,
@@ -340,8 +276,11 @@ void LedgerReader::Read(std::int32_t itemId, std::int32_t firstPeriod, std::int3
   const Transaction picture(store_.Reading(), Transaction::Kind::kRead);
   const Released released(bills_);
   Renew(filter);
-  auto isFull = [](const LedgerRows& rows) { return !rows.rows || rows.rows->RecordCount() >= kManyRows; };
-  if (isFull(ledger.opening) || isFull(ledger.happened) || isFull(ledger.closing)) ledger = NewLedger();
+  auto isFull = [this](const LedgerRows& rows) {
+    return !rows.rows || rows.rows->RecordCount() >= kManyRows || rows.rows->Texts() != texts_;
+  };
+  if (isFull(ledger.opening) || isFull(ledger.happened) || isFull(ledger.closing))
+    ledger = LedgerOutput::NewLedger(texts_);
   ReadItem(itemId, firstPeriod, lastPeriod, ledger);
 }
 
@@ -350,7 +289,7 @@ ItemLedger LedgerReader::ReadAll(const std::vector<std::int32_t>& items, std::in
   const Transaction picture(store_.Reading(), Transaction::Kind::kRead);
   const Released released(bills_);
   Renew(filter);
-  ItemLedger ledger = NewLedger();
+  ItemLedger ledger = LedgerOutput::NewLedger(texts_);
   for (const std::int32_t item : items) ReadItem(item, period, period, ledger);
   return ledger;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -10,7 +11,8 @@
 
 #include "books/reports/ledger/BillTexts.h"
 #include "books/reports/ledger/LedgerChoice.h"
-#include "platform/rows/Recordset.h"
+#include "books/reports/ledger/LedgerOutput.h"
+#include "platform/rows/TextStore.h"
 
 namespace books::reports {
 
@@ -20,29 +22,14 @@ struct PeriodDays {
   platform::Date past;
 };
 
-// The rows of a stretch of periods, each period's rows together, and where they begin. The recordset may hold
-// rows of other stretches before them.
-struct LedgerRows {
-  platform::Ref<platform::Recordset> rows;
-  std::vector<std::size_t> starts;  // of each period, and the end of the last
-
-  platform::Ref<platform::Recordset> Of(std::size_t period) const {
-    return rows->Slice(starts[period], starts[period + 1] - starts[period]);
-  }
-};
-
-// What one item did in a stretch of periods.
-struct ItemLedger {
-  LedgerRows opening;
-  LedgerRows happened;
-  LedgerRows closing;
-};
-
 // Reads an item's ledger in one go. Kept with the book; what it knows of the book from earlier items (names,
 // bills, whom a filter chooses) holds as long as nobody has written to the book.
 class LedgerReader {
  public:
   explicit LedgerReader(services::Store& store);
+
+  // A new output begins: lets go of texts that earlier ones have piled up.
+  void BeginOutput();
 
   PeriodDays DaysOf(std::int32_t period);
   // An item over a stretch of periods. The rows are added to those of `ledger` while they are few, otherwise
@@ -59,12 +46,14 @@ class LedgerReader {
   struct Batch {
     std::int64_t id = 0;
     std::string number;
+    std::optional<platform::TextStore::Id> text;  // the number, once it was shown
     bool chosen = true;
     database::Quantity quantity;
     platform::Currency amount;
     bool moved = false;
+
+    bool IsZero() const { return quantity == database::Quantity() && amount == platform::Currency(); }
   };
-  class Output;
 
   void Renew(const platform::Variant& filter);
   void ReadItem(std::int32_t itemId, std::int32_t firstPeriod, std::int32_t lastPeriod, ItemLedger& ledger);
@@ -75,9 +64,14 @@ class LedgerReader {
   void ReadBatches(std::int32_t itemId);
   Batch* ChosenBatch(std::int32_t itemId, std::int64_t id);
   void ReadBalances(std::int32_t itemId, std::int32_t period);
-  void AddMovement(std::int32_t itemId, const database::Statement& movement, Output& output);
-  std::string_view AuxName(std::int64_t id);
-  std::string_view ClassName(std::int32_t billClass);
+  void AddMovement(std::int32_t itemId, const database::Statement& movement);
+  void SetBills();
+  LedgerBalance BalanceOf(Batch& batch);
+  void AddOpening();
+  void AddClosing(bool withMoved);
+  platform::TextStore::Id NumberOf(Batch& batch);
+  platform::TextStore::Id AuxName(std::int64_t id);
+  platform::TextStore::Id ClassName(std::int32_t billClass) const;
 
   services::Store& store_;
   database::Statement movements_;
@@ -92,15 +86,18 @@ class LedgerReader {
   std::optional<LedgerChoice> choice_;
   std::int32_t balancesFrom_ = 0;  // the period before accounting began: its balances are the opening stock
   std::int32_t balancesUntil_ = 0;
+  std::shared_ptr<platform::TextStore> texts_;  // of the rows, too, which may outlive this
+  platform::TextStore::Id noText_ = 0;
   BillTexts bills_;
-  std::unordered_map<std::int64_t, std::string> auxNames_;
-  std::vector<std::pair<std::int32_t, std::string>> classNames_;
+  std::unordered_map<std::int64_t, platform::TextStore::Id> auxNames_;
+  std::vector<std::pair<std::int32_t, platform::TextStore::Id>> classNames_;
   std::unordered_map<std::int32_t, PeriodDays> days_;
 
   std::vector<Batch> batches_;          // by number
   std::vector<std::int64_t> batchIds_;  // of the same
   bool knowsBatches_ = false;
   bool byBatch_ = false;
+  LedgerOutput output_;
 };
 
 }  // namespace books::reports

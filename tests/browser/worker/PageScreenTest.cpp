@@ -1,5 +1,6 @@
 // The screen by itself: its loop is a script, and what it tells lies in the socket.
 #include <array>
+#include <chrono>
 #include <functional>
 #include <string>
 #include <vector>
@@ -53,16 +54,19 @@ class OnScreen : public testing::Test {
                       .servePending = [this] { user_(); }}};
 };
 
-// Works in three steps while it is up.
+// Works in steps while it is up.
 class Box final : public platform::Form {
  public:
-  Box() : Form("frmProgBar", platform::FormRole::kProgress), message_(Add<platform::Label>("lblMsg")) {}
+  explicit Box(int most = 3)
+      : Form("frmProgBar", platform::FormRole::kProgress),
+        most_(most),
+        message_(Add<platform::Label>("lblMsg")) {}
 
   int Steps() const { return steps_; }
 
  protected:
   void OnActivate() override {
-    for (; steps_ < 3; ++steps_) {
+    for (; steps_ < most_; ++steps_) {
       message_.SetCaption("step " + std::to_string(steps_));
       platform::Screen::Current().TellProgress("SetMsg", {});
       platform::Screen::Current().RunPendingEvents();
@@ -71,6 +75,7 @@ class Box final : public platform::Form {
   }
 
  private:
+  int most_;
   platform::Label& message_;
   int steps_ = 0;
 };
@@ -85,6 +90,23 @@ TEST_F(OnScreen, AProgressBoxIsToldAndGoesByItself) {
   EXPECT_THAT(told, HasSubstr("{\"type\":\"progressChanged\",\"progress\":1,\"text\":\"step 2\""));
   EXPECT_THAT(told, HasSubstr("{\"type\":\"progressClosed\",\"progress\":1}"));
   EXPECT_FALSE(screen_.TakeCancelled());
+}
+
+// A ledger of all items tells its progress with every row: millions of times.
+TEST_F(OnScreen, AFloodOfProgressIsToldInSteps) {
+  platform::Screen::Use(&screen_);
+  const auto started = std::chrono::steady_clock::now();
+  platform::MakeRef<Box>(20'000)->Show();
+  const auto took = std::chrono::steady_clock::now() - started;
+  const std::string told = Told();
+  std::size_t changes = 0;
+  for (std::size_t at = told.find("progressChanged"); at != std::string::npos; ++changes) {
+    at = told.find("progressChanged", at + 1);
+  }
+  const auto stretches = static_cast<std::size_t>(took / std::chrono::milliseconds(50)) + 2;
+  EXPECT_GE(changes, 8U) << "the first ones come at once";
+  EXPECT_LE(changes, 8 * stretches);
+  EXPECT_THAT(told, HasSubstr("progressClosed"));
 }
 
 TEST_F(OnScreen, ACancelEndsTheWorkAtItsNextStep) {

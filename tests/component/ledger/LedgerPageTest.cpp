@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "component/ledger/LedgerPage.h"
+#include "platform/rows/StretchReader.h"
 #include "tests/component/ledger/LedgerDesk.h"
 
 namespace component {
@@ -28,6 +29,15 @@ class LedgerPageTest : public ComponentTest {
     return names;
   }
 };
+
+Ref<Recordset> Source() {
+  Ref<Recordset> source = MakeRef<Recordset>();
+  source->AppendField("FItemID", FieldType::kInt32);
+  source->AppendField("FQty", FieldType::kNumeric);
+  source->AppendField("FName", FieldType::kText, 20);
+  source->Open();
+  return source;
+}
 
 TEST_F(LedgerPageTest, FieldsStandInTheirOrder) {
   const std::string fields =
@@ -55,13 +65,45 @@ TEST_F(LedgerPageTest, ARowDropsTheTimeOfDayAndCutsWhatIsTooLong) {
   const std::string longText(60, 'x');
   std::string longNote;
   for (int i = 0; i < 400; ++i) longNote += "备";
-  row.voucherNo = longText;
-  row.note = longNote;
-  LedgerPage(*page).AddLedgerRow(row);
+  row.voucherNo = std::string_view(longText);
+  row.note = std::string_view(longNote);
+  LedgerPage item(*page);
+  item.AddLedgerRow(row);
+  item.Finish();
   EXPECT_EQ(Spell(page->Value("FDate")), "2024-03-02");
   EXPECT_EQ(Spell(page->Value("FPeriodName")), "'2024.3'");
   EXPECT_EQ(page->TextAt(page->FieldIndex("FVoucherNo"), 0).size(), 50U);
   EXPECT_EQ(platform::CharacterCount(page->TextAt(page->FieldIndex("FNote"), 0)), 355U);
+}
+
+TEST_F(LedgerPageTest, TextsOfItsSourceAreTakenByTheirIdsAndCutAllTheSame) {
+  const Ref<Recordset> source = MakeRef<Recordset>();
+  source->AppendField("FVoucherNo", FieldType::kText);
+  source->Open();
+  const std::string longText(60, 'x');
+  for (const std::string& text : {std::string("记-1"), longText}) {
+    source->AddNew();
+    source->SetText(0, text);
+    source->Update();
+  }
+  const Ref<Recordset> page = NewLedgerRs(false);
+  std::vector<LedgerRow> rows(2);
+  platform::StretchReader(*source, 0, 2).Texts(0, [&](std::size_t i, const platform::RowText& text) {
+    rows[i].voucherNo = text;
+    rows[i].billNo = text;
+  });
+  LedgerPage item(*page);
+  item.ShareTexts(*source);
+  for (const LedgerRow& row : rows) item.AddLedgerRow(row);
+  EXPECT_EQ(item.RowCount(), 2);
+  item.Finish();
+  EXPECT_EQ(page->Texts(), source->Texts());
+  EXPECT_EQ(page->TextAt(page->FieldIndex("FVoucherNo"), 0), "记-1");
+  EXPECT_EQ(page->TextAt(page->FieldIndex("FVoucherNo"), 1).size(), 50U);
+  EXPECT_EQ(page->TextAt(page->FieldIndex("FBillNo"), 1), longText);
+  const Ref<Recordset> other = Source();
+  item.ShareTexts(*other);
+  EXPECT_EQ(page->Texts(), source->Texts()) << "rows are there: they keep their texts where they are";
 }
 
 TEST_F(LedgerPageTest, TitlesGoToTheirFields) {
@@ -95,15 +137,6 @@ TEST_F(LedgerPageTest, TitlesGoToTheirFields) {
     rows.push_back(line);
   }
   EXPECT_THAT(rows, ElementsAre("first|second|||", "|||own|", "first|second|||", "first|second|||", "||||"));
-}
-
-Ref<Recordset> Source() {
-  Ref<Recordset> source = MakeRef<Recordset>();
-  source->AppendField("FItemID", FieldType::kInt32);
-  source->AppendField("FQty", FieldType::kNumeric);
-  source->AppendField("FName", FieldType::kText, 20);
-  source->Open();
-  return source;
 }
 
 TEST_F(LedgerPageTest, MergingMakesATargetAlsoOfAnEmptySource) {

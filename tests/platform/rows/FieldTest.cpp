@@ -104,5 +104,16 @@ TEST(TextStoreTest, ManyTextsOfAllLengthsStayWhereTheyAre) {
   for (std::size_t i = 0; i < kept.size(); ++i) ASSERT_EQ(views[i], kept[i]);
 }
 
+TEST(TextStoreTest, ANewTextIsKeptUnsought) {
+  TextStore store;
+  const TextStore::Id first = store.KeepNew("DB-1");
+  EXPECT_NE(store.KeepNew("DB-1"), first);
+  EXPECT_EQ(store.Text(first), "DB-1");
+  EXPECT_EQ(store.Count(), 2U);
+  EXPECT_EQ(store.Longest(), 4U);
+  store.Keep("longer");
+  EXPECT_EQ(store.Longest(), 6U);
+}
+
 }  // namespace
 }  // namespace platform

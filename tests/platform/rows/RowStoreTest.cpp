@@ -1,5 +1,7 @@
 // Columns of one value, of few values and of many, with gaps, written again and cut short: whatever form a
 // column takes, it reads as a plain list does.
+#include <algorithm>
+#include <memory>
 #include <optional>
 #include <random>
 #include <string>
@@ -9,6 +11,7 @@
 
 #include "platform/rows/RowAppender.h"
 #include "platform/rows/RowStore.h"
+#include "platform/rows/StretchReader.h"
 
 namespace platform {
 namespace {
@@ -50,6 +53,26 @@ class RowModel {
       row.CommitRow();
     }
   }
+  // The same column by column; a column with gaps may stay empty.
+  void AppendAtOnce(std::size_t count) {
+    RowAppender rows(*rows_);
+    const std::size_t first = rows.AddRows(count);
+    ASSERT_EQ(first, model_.size());
+    model_.resize(first + count, std::vector<std::optional<std::int32_t>>(kColumns));
+    for (std::size_t column = 0; column < kColumns; ++column) {
+      const Habit& habit = kHabits[column];
+      if (habit.gaps > 0 && Below(2) == 0) continue;
+      for (std::size_t i = 0; i < count; ++i) {
+        model_[first + i][column] = static_cast<std::int32_t>(Below(habit.values));
+      }
+      rows.Fill(column, first, count, [&](std::size_t i) { return *model_[first + i][column]; });
+      std::string text;
+      rows.Fill(kColumns + column, first, count, [&](std::size_t i) {
+        text = std::to_string(*model_[first + i][column]);
+        return RowText(text);
+      });
+    }
+  }
   void WriteAgain(std::size_t count) {
     for (; count > 0; --count) {
       const std::size_t at = Below(static_cast<std::uint32_t>(model_.size()));
@@ -71,6 +94,27 @@ class RowModel {
     rows_->TruncateTo(model_.size());
   }
 
+  // Reads stretches of any length, column by column.
+  void CompareStretches() {
+    for (std::size_t first = 0; first < model_.size();) {
+      const std::size_t count = std::min<std::size_t>(1 + Below(700), model_.size() - first);
+      const StretchReader rows(*rows_, first, count);
+      std::size_t read = 0;
+      for (std::size_t column = 0; column < kColumns; ++column) {
+        rows.Integers(column, [&](std::size_t i, std::int32_t value) {
+          EXPECT_EQ(value, model_[first + i][column].value_or(0)) << kHabits[column].name;
+          ++read;
+        });
+        rows.Texts(kColumns + column, [&](std::size_t i, const RowText& text) {
+          const std::optional<std::int32_t>& value = model_[first + i][column];
+          EXPECT_EQ(text.View(), value ? std::to_string(*value) : std::string());
+          ++read;
+        });
+      }
+      ASSERT_EQ(read, count * kColumns * 2);
+      first += count;
+    }
+  }
   void Compare() const {
     ASSERT_EQ(rows_->ViewCount(), model_.size());
     for (std::size_t row = 0; row < model_.size(); ++row) {
@@ -105,6 +149,12 @@ TEST(RowStoreTest, ReadsAsAPlainListDoes) {
       rows.Append(1 + rows.Below(static_cast<std::uint32_t>(RowStore::kRowsPerGroup) * 3));
       rows.WriteAgain(rows.Below(200));
       ASSERT_NO_FATAL_FAILURE(rows.Compare());
+      for (int stretch = 0; stretch < 8; ++stretch) {
+        const std::size_t most = stretch % 2 == 0 ? 20 : RowStore::kRowsPerGroup * 2;
+        ASSERT_NO_FATAL_FAILURE(rows.AppendAtOnce(rows.Below(static_cast<std::uint32_t>(most))));
+      }
+      ASSERT_NO_FATAL_FAILURE(rows.Compare());
+      ASSERT_NO_FATAL_FAILURE(rows.CompareStretches());
       if (rows.Below(2) == 0) rows.CutShort();
       ASSERT_NO_FATAL_FAILURE(rows.Compare());
     }
@@ -171,6 +221,81 @@ TEST(RowStoreTest, AFilledStretchIsCheckedAsARowIs) {
   EXPECT_THROW(row.FillText(0, 0, "longer"), Error);
   EXPECT_THROW(row.FillText(1, 0, "no number"), Error);
   EXPECT_TRUE(rows->IsNullAt(0, 0));
+}
+
+TEST(RowStoreTest, AStretchTakesAndGivesEveryType) {
+  const Ref<Recordset> rows = MakeRef<Recordset>();
+  constexpr FieldType kTypes[] = {FieldType::kInt16,   FieldType::kInt32,    FieldType::kDouble,
+                                  FieldType::kNumeric, FieldType::kCurrency, FieldType::kDate,
+                                  FieldType::kText};
+  for (const FieldType type : kTypes) rows->AppendField(ToString(type), type);
+  rows->Open();
+  const Date day = Date::Of(2026, 2, 28);
+  {
+    RowAppender row(*rows);
+    const std::size_t first = row.AddRows(3);
+    row.Fill(0, first, 3, [](std::size_t i) { return static_cast<std::int16_t>(i); });
+    row.Fill(1, first, 3, [](std::size_t i) { return static_cast<std::int32_t>(i) * 100'000; });
+    row.Fill(2, first, 3, [](std::size_t i) { return static_cast<double>(i) / 2; });
+    row.Fill(3, first, 3, [](std::size_t i) { return static_cast<std::int32_t>(i); });  // converted
+    row.Fill(4, first, 3, [](std::size_t i) { return Currency::FromUnits(static_cast<std::int64_t>(i)); });
+    row.Fill(5, first, 3, [&](std::size_t i) { return day.AddDays(static_cast<std::int32_t>(i)); });
+    row.Fill(6, first, 3, [](std::size_t i) { return i == 1 ? RowText("text") : RowText(); });
+  }
+  EXPECT_EQ(rows->RecordCount(), 3);
+  std::string read;
+  const StretchReader stretch(*rows, 1, 2);
+  for (const std::size_t column : {0U, 1U}) {
+    stretch.Integers(column, [&](std::size_t, std::int32_t number) { read += std::to_string(number) + " "; });
+  }
+  for (const std::size_t column : {1U, 2U, 3U, 4U}) {
+    stretch.Doubles(column, [&](std::size_t, double number) { read += std::to_string(number) + " "; });
+  }
+  stretch.Amounts(4, [&](std::size_t, Currency amount) { read += std::to_string(amount.Units()) + " "; });
+  stretch.Days(5, [&](std::size_t, Date date) { read += date.ToText() + " "; });
+  stretch.Texts(6, [&](std::size_t, const RowText& text) { read += "'" + std::string(text.View()) + "' "; });
+  EXPECT_EQ(read,
+            "1 2 100000 200000 100000.000000 200000.000000 0.500000 1.000000 1.000000 2.000000 0.000100 "
+            "0.000200 1 2 2026-03-01 2026-03-02 'text' '' ");
+  EXPECT_THROW(stretch.Days(6, [](std::size_t, Date) {}), Error);
+  EXPECT_THROW(stretch.Texts(1, [](std::size_t, const RowText&) {}), Error);
+  EXPECT_THROW(StretchReader(*rows, 1, 3), Error);
+}
+
+TEST(RowStoreTest, RecordsetsThatShareTextsHandThemOnByTheirIds) {
+  const Ref<Recordset> from = MakeRef<Recordset>();
+  const Ref<Recordset> to = MakeRef<Recordset>();
+  from->AppendField("FName", FieldType::kText);
+  to->AppendField("FName", FieldType::kText, 8);
+  for (const Ref<Recordset>& rows : {from, to}) rows->Open();
+  to->KeepTextsIn(from->Texts());
+  {
+    RowAppender row(*from);
+    row.SetText(0, "name");
+    row.CommitRow();
+    row.CommitRow();
+  }
+  const std::size_t texts = from->Texts()->Count();
+  auto handOn = [&] {
+    RowAppender row(*to);
+    std::vector<RowText> read;
+    StretchReader(*from, 0, from->ViewCount()).Texts(0, [&](std::size_t, const RowText& text) {
+      read.push_back(text);
+    });
+    row.Fill(0, row.AddRows(read.size()), read.size(), [&](std::size_t i) { return read[i]; });
+  };
+  handOn();
+  EXPECT_EQ(to->TextAt(0, 0), "name");
+  EXPECT_EQ(to->TextAt(0, 1), "");
+  EXPECT_EQ(from->Texts()->Count(), texts) << "nothing was kept anew";
+  EXPECT_EQ(to->TextAt(0, 0).data(), from->TextAt(0, 0).data()) << "it is the same text";
+  {
+    RowAppender row(*from);
+    row.SetText(0, "a longer name");
+    row.CommitRow();
+  }
+  EXPECT_THROW(handOn(), Error) << "a width is kept for shared texts, too";
+  EXPECT_THROW(to->KeepTextsIn(std::make_shared<TextStore>()), Error) << "rows are there";
 }
 
 }  // namespace
