@@ -34,6 +34,7 @@ constexpr Target kTargets[] = {
     {"memory of the same, all told", "LedgerAllPages/20000/iterations:1:megabytes", "", 900, "MB"},
     {"all pages of the ledger, medium book", "LedgerAllPagesOfTheMediumBook/iterations:1",
      "LedgerWindowQuery/iterations:1", 0.125, "of a window query's time"},
+    {"progress of a row, told to a page", "ProgressOfARow", "", 500, "ns"},
     {"instant stock, medium book", "reports/InstantStock/medium", "", 300e6, "ns"},
     {"instant stock at a day, medium book", "reports/InstantStockAtADay/medium", "", 300e6, "ns"},
     {"instant stock by rows, medium book", "reports/InstantStockByRows/medium", "", 300e6, "ns"},
