@@ -56,7 +56,9 @@ void frmProgBar::Apply(BarCall call, const Variant& value) {
       bar_.value = bar_.max;
       return;
     case BarCall::kSetMsg:
-      return message_.SetCaption(head_ + platform::ToText(value));
+      caption_ = head_;
+      caption_ += platform::ToText(value);
+      return message_.SetCaption(caption_);
     case BarCall::kSetMsgHead:
       head_ = platform::ToText(value);
       return;

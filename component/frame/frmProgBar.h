@@ -29,6 +29,7 @@ class frmProgBar final : public platform::Form {
 
   platform::Ref<clsPass> pass_;
   std::string head_;
+  std::string caption_;  // kept for its room: a message comes with every period of a ledger
   platform::ProgressBar& bar_;
   platform::Label& message_;
 };

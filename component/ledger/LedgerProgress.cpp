@@ -6,8 +6,9 @@ namespace component {
 
 std::string PeriodMessage(std::string_view begin, std::int16_t year, std::int16_t period,
                           std::string_view end) {
-  std::string message = ResString(begin);
+  std::string message;
   message.reserve(96);  // told for every period of every item
+  message += ResString(begin);
   message += std::to_string(year);
   message += ResString("年第");
   message += std::to_string(period);

@@ -57,14 +57,15 @@ void LedgerSource::Take(const Ref<Recordset>& rows) {
   converted_.clear();
   count_ = rows_->ViewCount();
   knowsColumns_ = knowsColumns_ && sameTable;
+  stretches_.clear();
+  if (count_ == 0) return;
   FindStretches();
-  if (count_ == 0 || knowsColumns_) return;
+  if (knowsColumns_) return;
   if (!Fits()) FindColumns();
   knowsColumns_ = true;
 }
 
 void LedgerSource::FindStretches() {
-  stretches_.clear();
   for (std::size_t from = 0; from < count_; from += stretches_.back().count) {
     const std::size_t first = rows_->RowAt(from);
     const bool restFollows = rows_->RowAt(count_ - 1) - first == count_ - 1 - from;
@@ -154,7 +155,8 @@ void PeriodData::ReadMovements(bool withDiff) {
 }
 
 Ref<Recordset> KeyedAnswer::Rows(std::string_view key) const {
-  Ref<Recordset> rows = Value(key).AsRef<Recordset>();
+  Ref<Recordset> rows =
+      dictionary_ != nullptr ? dictionary_->Value(key).AsRef<Recordset>() : Value(key).AsRef<Recordset>();
   if (!rows) {
     throw platform::Error(platform::ErrorNumber::kTypeMismatch, "TOVStockRpt.Rpt10402",
                           "type mismatch: the data component answers no recordset under " + std::string(key));

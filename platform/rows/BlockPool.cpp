@@ -2,13 +2,11 @@
 
 #include <algorithm>
 
-#include "platform/system/Memory.h"
-
 namespace platform {
 namespace {
 
 constexpr std::size_t kFirstPiece = std::size_t{1} << 12U;
-constexpr std::size_t kLargestPiece = kLargePage;
+constexpr std::size_t kLargestPiece = std::size_t{1} << 21U;
 
 }  // namespace
 
@@ -24,11 +22,9 @@ std::byte* BlockPool::Take(std::size_t size) {
   if (left_ < size) {
     const std::size_t doubled = kFirstPiece << std::min<std::size_t>(pieces_.size(), 16);
     const std::size_t piece = std::max(size, std::min(doubled, kLargestPiece));
-    const std::align_val_t alignment{piece >= kLargePage ? kLargePage : kAlignment};
-    next_ = static_cast<std::byte*>(::operator new[](piece, alignment));
-    pieces_.emplace_back(next_, FreePiece{alignment});
+    next_ = static_cast<std::byte*>(::operator new[](piece, std::align_val_t{kAlignment}));
+    pieces_.emplace_back(next_);
     left_ = piece;
-    if (piece >= kLargePage) PreferLargePages(next_, piece);
   }
   std::byte* const block = next_;
   next_ += size;

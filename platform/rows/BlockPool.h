@@ -21,11 +21,10 @@ class BlockPool {
   std::size_t Bytes() const { return bytes_; }
 
  private:
-  struct FreePiece {
-    std::align_val_t alignment{};
-    void operator()(std::byte* piece) const { ::operator delete[](piece, alignment); }
-  };
   static constexpr std::size_t kAlignment = 64;
+  struct FreePiece {
+    void operator()(std::byte* piece) const { ::operator delete[](piece, std::align_val_t{kAlignment}); }
+  };
 
   std::vector<std::unique_ptr<std::byte[], FreePiece>> pieces_;
   std::byte* next_ = nullptr;  // what is left of the last piece

@@ -155,7 +155,7 @@ class RowStore {
   template <class ValueOf>
   void Fill(std::size_t column, std::size_t firstRow, std::size_t count, ValueOf value);
   // The other way round: take(i, value) is called for each row of the stretch, with `forNull` for a null. T
-  // is the stored type; the caller has checked it.
+  // is the stored type; the caller has checked it. RowStretches.h defines both.
   template <class T, class Take>
   void Each(std::size_t column, std::size_t firstRow, std::size_t count, T forNull, Take take) const;
   // One text in a stretch of rows, whatever they held.

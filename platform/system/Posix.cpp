@@ -3,10 +3,8 @@
 
 #include <dlfcn.h>
 #include <pthread.h>
-#include <sys/mman.h>
 #include <unistd.h>
 
-#include "platform/system/Memory.h"
 #include "platform/system/Process.h"
 #include "platform/system/SharedLibrary.h"
 #include "platform/value/Error.h"
@@ -31,12 +29,6 @@ std::int32_t ProcessId() {
   std::int32_t id = known.load(std::memory_order_relaxed);
   if (id == 0) known = id = getpid();
   return id;
-}
-
-void PreferLargePages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t size) {
-#ifdef MADV_HUGEPAGE
-  madvise(memory, size, MADV_HUGEPAGE);  // advice: a refusal changes nothing
-#endif
 }
 
 SharedLibrary::SharedLibrary(const std::string& path)
