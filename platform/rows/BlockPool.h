@@ -9,7 +9,7 @@
 namespace platform {
 
 // Memory for the columns of one table: blocks of a few sizes out of large pieces, which grow with the table,
-// so that a small table takes little and a large one costs the system few and large pages. A block that is
+// so that a small table takes little and a large one asks for memory seldom. A block that is
 // given back serves again; the pieces go with the pool.
 class BlockPool {
  public:
