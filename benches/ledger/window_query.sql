@@ -1,11 +1,21 @@
--- The rows of all pages of the ledger, as anybody would ask a database for them. The first and the last period
--- stand for the question marks.
+-- The rows of all pages of the ledger, as anybody would ask a database for them: as many as the report has. The
+-- first and the last period stand for the question marks, 80 for goods that are costed batch by batch.
 WITH asked (first, last) AS (SELECT ?, ?),
 lying AS (
   SELECT b.item_id, b.period, MAX(x.number) AS batch, SUM(b.quantity) AS quantity, SUM(b.amount) AS amount
-  FROM balance b CROSS JOIN asked LEFT JOIN batch x ON x.id = b.batch_id
+  FROM balance b CROSS JOIN asked JOIN item i ON i.id = b.item_id
+  LEFT JOIN batch x ON x.id = b.batch_id AND i.valuation = 80
   WHERE b.period BETWEEN first - 1 AND last
-  GROUP BY b.item_id, b.period, b.batch_id
+  GROUP BY b.item_id, b.period, CASE WHEN i.valuation = 80 THEN b.batch_id ELSE 0 END
+  HAVING SUM(b.quantity) <> 0 OR SUM(b.amount) <> 0
+),
+moved AS (
+  SELECT item_id, period, MAX(date) AS date,
+         SUM(CASE WHEN direction > 0 THEN quantity ELSE 0 END) AS in_quantity,
+         SUM(CASE WHEN direction > 0 THEN amount ELSE 0 END) AS in_amount,
+         SUM(CASE WHEN direction < 0 THEN quantity ELSE 0 END) AS out_quantity,
+         SUM(CASE WHEN direction < 0 THEN amount ELSE 0 END) AS out_amount
+  FROM movement CROSS JOIN asked WHERE period BETWEEN first AND last GROUP BY item_id, period
 ),
 grid AS (
   SELECT i.id AS item_id, p.period, p.first_day, p.last_day
@@ -22,7 +32,8 @@ ledger AS (
          l.quantity AS quantity, l.amount AS amount
   FROM grid g
   LEFT JOIN lying l ON l.item_id = g.item_id AND l.period = g.period - 1
-    AND (l.quantity <> 0 OR l.amount <> 0)
+  LEFT JOIN moved m ON m.item_id = g.item_id AND m.period = g.period
+  WHERE l.item_id IS NOT NULL OR m.item_id IS NOT NULL
   UNION ALL
   SELECT m.item_id, m.period, 2, m.date, ROW_NUMBER() OVER page, m.bill_id, m.line, b.voucher_number,
     x.number,
@@ -43,26 +54,20 @@ ledger AS (
     m.direction, m.line
                   ROWS UNBOUNDED PRECEDING)
   UNION ALL
-  SELECT m.item_id, m.period, 3, MAX(m.date), 0, -2, 0, '', '', '', '本期合计', 0, 0, '',
-         SUM(CASE WHEN m.direction > 0 THEN m.quantity ELSE 0 END),
-           SUM(CASE WHEN m.direction > 0 THEN m.amount ELSE 0 END),
-         SUM(CASE WHEN m.direction < 0 THEN m.quantity ELSE 0 END),
-           SUM(CASE WHEN m.direction < 0 THEN m.amount ELSE 0 END),
-         0, 0
-  FROM movement m CROSS JOIN asked WHERE m.period BETWEEN first AND last GROUP BY m.item_id, m.period
+  SELECT item_id, period, 3, date, 0, -2, 0, '', '', '', '本期合计', 0, 0, '',
+         in_quantity, in_amount, out_quantity, out_amount, 0, 0
+  FROM moved
   UNION ALL
   SELECT g.item_id, g.period, 4, g.last_day, 0, -3, 0, '', l.batch, '', '期末结存', 0, 0, '', 0, 0, 0, 0,
          l.quantity, l.amount
-  FROM grid g LEFT JOIN lying l ON l.item_id = g.item_id AND l.period = g.period
-    AND (l.quantity <> 0 OR l.amount <> 0)
+  FROM grid g
+  LEFT JOIN lying l ON l.item_id = g.item_id AND l.period = g.period
+  LEFT JOIN moved m ON m.item_id = g.item_id AND m.period = g.period
+  WHERE l.item_id IS NOT NULL OR m.item_id IS NOT NULL
   UNION ALL
-  SELECT m.item_id, MAX(m.period), 5, MAX(m.date), 0, -2, 0, '', '', '', '本年累计', 0, 0, '',
-         SUM(CASE WHEN m.direction > 0 THEN m.quantity ELSE 0 END),
-           SUM(CASE WHEN m.direction > 0 THEN m.amount ELSE 0 END),
-         SUM(CASE WHEN m.direction < 0 THEN m.quantity ELSE 0 END),
-           SUM(CASE WHEN m.direction < 0 THEN m.amount ELSE 0 END),
-         0, 0
-  FROM movement m CROSS JOIN asked WHERE m.period BETWEEN first AND last GROUP BY m.item_id, m.period / 12
+  SELECT item_id, MAX(period), 5, MAX(date), 0, -2, 0, '', '', '', '本年累计', 0, 0, '',
+         SUM(in_quantity), SUM(in_amount), SUM(out_quantity), SUM(out_amount), 0, 0
+  FROM moved GROUP BY item_id, period / 12
 )
 SELECT d.number, l.period / 12, l.kind, l.period % 12 + 1, l.period / 12 || '.' || (l.period % 12 + 1),
   l.bill_id,
