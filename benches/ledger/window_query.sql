@@ -4,7 +4,7 @@ WITH asked (first, last) AS (SELECT ?, ?),
 lying AS (
   SELECT b.item_id, b.period, MAX(x.number) AS batch, SUM(b.quantity) AS quantity, SUM(b.amount) AS amount
   FROM balance b CROSS JOIN asked JOIN item i ON i.id = b.item_id
-  LEFT JOIN batch x ON x.id = b.batch_id AND i.valuation = 80
+  LEFT JOIN batch x ON x.id = CASE WHEN i.valuation = 80 THEN b.batch_id END
   WHERE b.period BETWEEN first - 1 AND last
   GROUP BY b.item_id, b.period, CASE WHEN i.valuation = 80 THEN b.batch_id ELSE 0 END
   HAVING SUM(b.quantity) <> 0 OR SUM(b.amount) <> 0
