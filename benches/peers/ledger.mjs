@@ -1,4 +1,4 @@
-// The ledger of all items beside the same question put to a column database: `npm ci && npm run ledger`, or
+// The ledger of all items beside the same question put to a column database: `npm install && npm run ledger`, or
 // `npm run ledger -- large` for the large demo book instead of the medium one.
 //
 // Takes the demo book that ./bench made, loads it into the column database, asks it the window query of

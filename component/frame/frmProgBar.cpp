@@ -57,7 +57,11 @@ void frmProgBar::Apply(BarCall call, const Variant& value) {
       return;
     case BarCall::kSetMsg:
       caption_ = head_;
-      caption_ += platform::ToText(value);
+      if (const auto* text = value.As<std::string>()) {
+        caption_ += *text;
+      } else {
+        caption_ += platform::ToText(value);
+      }
       return message_.SetCaption(caption_);
     case BarCall::kSetMsgHead:
       head_ = platform::ToText(value);

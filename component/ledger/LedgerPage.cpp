@@ -144,6 +144,7 @@ LedgerTitles TitlesOf(const Ref<Vector>& lines) {
 LedgerPage::LedgerPage(Recordset& page, const LedgerTitles* titles)
     : page_(page), rows_(page), titles_(titles), untitled_(rows_.Row()) {
   targets_.reserve(kFieldCount + kLedgerTitles);
+  waiting_.reserve(kMostWaiting);
   auto add = [&](std::size_t column) {
     targets_.push_back({.column = column, .width = page.Fields()[column].width});
   };

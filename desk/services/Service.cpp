@@ -17,8 +17,9 @@ void Service::Announce() {
 
 void Service::Tell(const platform::ClassInfo& info, std::string_view member, CallKind kind,
                    std::span<const Variant> arguments) {
-  const platform::Operation* operation = info.Find(member, kind);
   Witness& witness = desk_->Told();
+  if (!witness.TakesNotice()) return;
+  const platform::Operation* operation = info.Find(member, kind);
   switch (operation == nullptr ? kind : operation->kind) {
     case CallKind::kMethod:
       witness.OnCalled(ProgrammaticId(), member, arguments);
