@@ -22,10 +22,6 @@ class Witness {
 
   using Arguments = std::span<const platform::Variant>;
 
-  // Whether the calls below are worth preparing: what they tell takes longer to find out than the call
-  // itself. A witness that overrides one of them says yes.
-  virtual bool TakesNotice() const { return false; }
-
   virtual void OnCreated(std::string_view /*programmaticId*/) {}
   virtual void OnReleased(std::string_view /*programmaticId*/) {}
   virtual void OnCalled(std::string_view /*programmaticId*/, std::string_view /*method*/,

@@ -12,7 +12,6 @@ class PlayWitness final : public desk::Witness {
   // Both borrowed.
   PlayWitness(Transcript& transcript, const Names& names) : transcript_(transcript), names_(names) {}
 
-  bool TakesNotice() const override { return true; }
   void OnCreated(std::string_view programmaticId) override;
   void OnReleased(std::string_view programmaticId) override;
   void OnCalled(std::string_view programmaticId, std::string_view method, Arguments arguments) override;

@@ -1,5 +1,6 @@
--- The rows of all pages of the ledger, as anybody would ask a database for them: as many as the report has. The
--- first and the last period stand for the question marks, 80 for goods that are costed batch by batch.
+-- The rows of all pages of the ledger, as anybody would ask a database for them: to one in ten thousand as many
+-- as the report has. The first and the last period stand for the question marks, 80 for goods that are costed
+-- batch by batch.
 WITH asked (first, last) AS (SELECT ?, ?),
 lying AS (
   SELECT b.item_id, b.period, MAX(x.number) AS batch, SUM(b.quantity) AS quantity, SUM(b.amount) AS amount

@@ -57,11 +57,7 @@ void frmProgBar::Apply(BarCall call, const Variant& value) {
       return;
     case BarCall::kSetMsg:
       caption_ = head_;
-      if (const auto* text = value.As<std::string>()) {
-        caption_ += *text;
-      } else {
-        caption_ += platform::ToText(value);
-      }
+      caption_ += platform::ToText(value);
       return message_.SetCaption(caption_);
     case BarCall::kSetMsgHead:
       head_ = platform::ToText(value);

@@ -17,9 +17,8 @@ void Service::Announce() {
 
 void Service::Tell(const platform::ClassInfo& info, std::string_view member, CallKind kind,
                    std::span<const Variant> arguments) {
-  Witness& witness = desk_->Told();
-  if (!witness.TakesNotice()) return;
   const platform::Operation* operation = info.Find(member, kind);
+  Witness& witness = desk_->Told();
   switch (operation == nullptr ? kind : operation->kind) {
     case CallKind::kMethod:
       witness.OnCalled(ProgrammaticId(), member, arguments);

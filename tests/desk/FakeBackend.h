@@ -65,7 +65,6 @@ class FakeBackend final : public desk::Backend {
 // A witness that notes a word an event.
 class FakeWitness final : public desk::Witness {
  public:
-  bool TakesNotice() const override { return true; }
   void OnCreated(std::string_view id) override { told.push_back("created " + std::string(id)); }
   void OnReleased(std::string_view id) override { told.push_back("released " + std::string(id)); }
   void OnCalled(std::string_view /*id*/, std::string_view method, Arguments arguments) override {
