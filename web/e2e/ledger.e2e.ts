@@ -161,6 +161,21 @@ describe("what is wrongly asked for", () => {
     await clerk.page.keyboard.press("Enter");
     await named("ledger.missed").filter({ hasText: "在当前物料范围内未找到代码为 [01]的物料!" }).waitFor();
   });
+  it("a window that closes leaves the focus with who types already", async () => {
+    await open("?BItemNumber=zz");
+    await clerk.page.evaluate(() => {
+      const observer = new MutationObserver(() => {
+        if (!document.querySelector("[data-name='ledger.missed']")) return;
+        observer.disconnect();
+        document.querySelector<HTMLElement>("[data-name='ledger.number']")!.focus();
+      });
+      observer.observe(document.body, { childList: true, subtree: true });
+    });
+    await named("ledger.all").click();
+    await named("ledger.missed").waitFor();
+    await clerk.page.waitForTimeout(300);
+    expect(await clerk.page.evaluate(() => (document.activeElement as HTMLElement).dataset["name"])).toBe("ledger.number");
+  });
   it("an address that no field takes is told, whatever else is open", async () => {
     await clerk.page.goto(`${server.address}/r/10402?NoSuchKey=1`);
     await named("failure").getByText("没有这个过滤条件：NoSuchKey").waitFor();
