@@ -228,6 +228,20 @@ describe("the pages of all items", () => {
     expect(await named("ledger.missed").count()).toBe(0);
     await place(1);
   });
+  it("leave the button that cancels where it is while they are made", async () => {
+    await open(`?BDate=${halfYear}&EDate=${today}`);
+    await clerk.page.evaluate(() => {
+      const tops = new Set<number>();
+      new MutationObserver(() => {
+        const button = document.querySelector<HTMLElement>("[data-name=progressCancel]");
+        if (button) document.body.dataset["tops"] = [...tops.add(button.offsetTop)].join();
+      }).observe(document.body, { childList: true, subtree: true, characterData: true });
+    });
+    await openPages();
+    expect(await clerk.page.evaluate(() => document.body.dataset["tops"])).toMatch(/^\d+$/);
+    await clerk.page.keyboard.press("Escape");
+    await clerk.page.locator("[data-form=ledgerPages]").waitFor({ state: "detached" });
+  });
   it("are cancelled while they are made", async () => {
     await open(`?BDate=1753-01-01&EDate=${today}`); // takes long enough
     await named("ledger.all").click();
