@@ -4,7 +4,7 @@
 
 namespace bench {
 
-// How often this process has asked the heap through operator new.
+// How often this thread has asked the heap through operator new.
 std::size_t AllocationCount();
 
 // While it lives, the most bytes that were held at once through operator new beyond what was held when it was

@@ -24,6 +24,9 @@ class StatementBackend {
 
   // True when a row stands ready, false at the end.
   virtual bool Step() = 0;
+  // For `SELECT gather(a, b, …) FROM …`: runs to the end and adds the values of every row, row after row, in
+  // the order in which the rows are met. Values are whole numbers.
+  virtual void Gather(std::vector<std::int64_t>& values) = 0;
   // Back to before the first row. Forgets the bound values when `clear` is set.
   virtual void Reset(bool clear) = 0;
 

@@ -21,12 +21,10 @@ enum class BarCall : std::uint8_t {
   kShowProgBar,
   kUnload,
 };
-constexpr std::string_view NameOf(BarCall call) {
-  constexpr std::string_view kNames[] = {"HideProgBar", "SetBarMaxValue",     "SetBarMinValue",
-                                         "SetBarValue", "SetBarValueWithMax", "SetMsg",
-                                         "SetMsgHead",  "ShowProgBar",        "Unload"};
-  return kNames[static_cast<std::size_t>(call)];
-}
+inline constexpr std::string_view kBarCallNames[] = {"HideProgBar", "SetBarMaxValue",     "SetBarMinValue",
+                                                     "SetBarValue", "SetBarValueWithMax", "SetMsg",
+                                                     "SetMsgHead",  "ShowProgBar",        "Unload"};
+constexpr std::string_view NameOf(BarCall call) { return kBarCallNames[static_cast<std::size_t>(call)]; }
 
 // A pair of hands between the report's side of the progress box (Bar) and the box (frmProgBar): each call is
 // an event on the other side, so that neither holds the other's type.

@@ -4,6 +4,15 @@
 #include "platform/form/Screen.h"
 
 namespace component {
+namespace {
+
+// Told with every row of a ledger, by the report itself as a rule.
+double NumberOf(const platform::Variant& value) {
+  const auto* number = value.As<std::int32_t>();
+  return number == nullptr ? platform::ToDouble(value) : *number;
+}
+
+}  // namespace
 
 using platform::Dictionary;
 using platform::Ref;
@@ -33,8 +42,9 @@ void frmProgBar::OnActivate() { pass_->SetActive(); }
 
 void frmProgBar::Hear(BarCall call, const Variant& value) {
   Apply(call, value);
-  Screen::Current().TellProgress(NameOf(call), value);
-  Screen::Current().RunPendingEvents();
+  Screen& screen = Screen::Current();
+  screen.TellProgress(NameOf(call), value);
+  screen.RunPendingEvents();
 }
 
 void frmProgBar::Apply(BarCall call, const Variant& value) {
@@ -47,17 +57,17 @@ void frmProgBar::Apply(BarCall call, const Variant& value) {
       bar_.max = static_cast<double>(static_cast<float>(platform::ToInt32(value)));  // in single precision
       return;
     case BarCall::kSetBarMinValue:
-      bar_.min = platform::ToDouble(value);
+      bar_.min = NumberOf(value);
       return;
     case BarCall::kSetBarValue:
-      bar_.value = platform::ToDouble(value);
+      bar_.value = NumberOf(value);
       return;
     case BarCall::kSetBarValueWithMax:
       bar_.value = bar_.max;
       return;
     case BarCall::kSetMsg:
       caption_ = head_;
-      caption_ += platform::ToText(value);
+      if (const auto* text = value.As<std::string>()) caption_ += *text;
       return message_.SetCaption(caption_);
     case BarCall::kSetMsgHead:
       head_ = platform::ToText(value);

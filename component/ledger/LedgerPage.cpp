@@ -145,12 +145,15 @@ LedgerPage::LedgerPage(Recordset& page, const LedgerTitles* titles)
     : page_(page), rows_(page), titles_(titles), untitled_(rows_.Row()) {
   targets_.reserve(kFieldCount + kLedgerTitles);
   waiting_.reserve(kMostWaiting);
-  auto add = [&](std::size_t column) {
-    targets_.push_back({.column = column, .width = page.Fields()[column].width});
+  const std::vector<Field>& fields = page.Fields();
+  auto add = [&](std::string_view name) {
+    std::size_t column = targets_.size();  // where it nearly always stands
+    if (column >= fields.size() || fields[column].name != name) column = page.FieldIndex(name);
+    targets_.push_back({.column = column, .width = fields[column].width});
   };
-  for (const PageField& field : kFields) add(page.FieldIndex(field.name));
+  for (const PageField& field : kFields) add(field.name);
   if (!page.FindField(TitleField(0))) return;
-  for (std::size_t i = 0; i < kLedgerTitles; ++i) add(page.FieldIndex(TitleField(i)));
+  for (std::size_t i = 0; i < kLedgerTitles; ++i) add(TitleField(i));
 }
 
 RowText LedgerPage::Caption(LedgerRowKind kind) {
@@ -165,13 +168,16 @@ RowText LedgerPage::Fitting(std::size_t field, const RowText& text) const {
   return view.size() > width ? RowText(platform::CutToWidth(view, width)) : text;
 }
 
-std::string_view LedgerPage::PeriodName(std::int16_t year, std::int16_t period) {
+RowText LedgerPage::PeriodName(std::int16_t year, std::int16_t period) {
   const std::int32_t wanted = (std::int32_t{year} << 16) + period;
-  if (periodName_.empty() || namedPeriod_ != wanted) {
-    periodName_ = std::to_string(year) + "." + std::to_string(period);
+  if (!periodName_ || namedPeriod_ != wanted) {
+    std::string name = std::to_string(year);
+    name += '.';
+    name += std::to_string(period);
+    periodName_.emplace(*page_.Texts(), page_.Texts()->Keep(name));
     namedPeriod_ = wanted;
   }
-  return periodName_;
+  return *periodName_;
 }
 
 void LedgerPage::ShareTexts(const Recordset& source) {
@@ -237,12 +243,15 @@ void LedgerPage::WriteFigures(std::size_t firstRow, std::size_t firstField, Ledg
 }
 
 void LedgerPage::WriteTexts(std::size_t firstRow) {
-  // Texts that the page keeps are looked at only where one may be too long.
+  // Texts that the page keeps are looked at only where one may be too long; the rows that the report adds
+  // have next to none.
   const TextStore& kept = *page_.Texts();
+  const RowText none(kept, page_.Texts()->Keep({}));
   auto write = [&](std::size_t field, RowText LedgerRow::*text) {
     const bool allFit = kept.Longest() <= targets_[field].width;
     Write(firstRow, field, [&, allFit, text](const LedgerRow& row) {
-      return allFit && (row.*text).IsKeptIn(kept) ? row.*text : Fitting(field, row.*text);
+      if (allFit && (row.*text).IsKeptIn(kept)) return row.*text;
+      return (row.*text).IsEmptyView() ? none : Fitting(field, row.*text);
     });
   };
   write(kVoucherNo, &LedgerRow::voucherNo);
@@ -254,8 +263,7 @@ void LedgerPage::WriteTexts(std::size_t firstRow) {
     return row.kind == LedgerRowKind::kMovement ? Fitting(kTranTypeName, row.tranTypeName)
                                                 : Caption(row.kind);
   });
-  Write(firstRow, kPeriodName,
-        [&](const LedgerRow& row) { return RowText(PeriodName(row.year, row.period)); });
+  Write(firstRow, kPeriodName, [&](const LedgerRow& row) { return PeriodName(row.year, row.period); });
 }
 
 Variant MergeRecord(Ref<Recordset>& target, Recordset& source, std::int16_t year, std::int16_t period) {

@@ -58,7 +58,7 @@ class LedgerPage {
   void WriteFigures(std::size_t firstRow, std::size_t firstField, LedgerFigures LedgerRow::*side);
   template <class Value>
   void Write(std::size_t firstRow, std::size_t field, Value value);
-  std::string_view PeriodName(std::int16_t year, std::int16_t period);
+  platform::RowText PeriodName(std::int16_t year, std::int16_t period);
 
   struct Target {
     std::size_t column = 0;
@@ -73,7 +73,7 @@ class LedgerPage {
   std::vector<LedgerRow> waiting_;
   std::array<std::optional<platform::RowText>, kLedgerRowKinds> captions_;  // as the page keeps them
   std::int32_t namedPeriod_ = 0;
-  std::string periodName_;
+  std::optional<platform::RowText> periodName_;  // as the page keeps it
 };
 
 // Appends the rows of `source` to `target`, each with the year and the period that it belongs to. A target of

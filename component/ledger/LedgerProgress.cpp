@@ -1,26 +1,38 @@
 #include "component/ledger/LedgerProgress.h"
 
+#include <charconv>
+#include <iterator>
+
 #include "component/frame/VEZPublic.h"
 
 namespace component {
 
-std::string PeriodMessage(std::string_view begin, std::int16_t year, std::int16_t period,
-                          std::string_view end) {
-  std::string message;
-  message.reserve(96);  // told for every period of every item
-  message += ResString(begin);
-  message += std::to_string(year);
-  message += ResString("年第");
-  message += std::to_string(period);
-  message += ResString(end);
-  return message;
+LedgerProgress::LedgerProgress(Bar& bar)
+    : bar_(bar),
+      fetching_(ResString("正在从服务器读取")),
+      calculating_(ResString("正在计算")),
+      ofYear_(ResString("年第")),
+      periodData_(ResString("期数据...")) {}
+
+// "正在计算2024年第3期数据..." of its first words.
+void LedgerProgress::TellPeriod(const std::string& begin, std::int16_t year, std::int16_t period) {
+  auto append = [this](std::int16_t number) {
+    char digits[8];
+    message_.append(digits, std::to_chars(std::begin(digits), std::end(digits), number).ptr);
+  };
+  message_ = begin;
+  append(year);
+  message_ += ofYear_;
+  append(period);
+  message_ += periodData_;
+  bar_.SetMsg(message_);
 }
 
 void LedgerProgress::BeginFetch(std::int16_t year, std::int16_t period) {
   if (!bar_.IsUp()) return;
   bar_.SetBarValue(0);
   bar_.HideProgBar();
-  bar_.SetMsg(PeriodMessage("正在从服务器读取", year, period, "期数据..."));
+  TellPeriod(fetching_, year, period);
 }
 
 void LedgerProgress::BeginRows(std::int16_t year, std::int16_t period, std::int32_t rowCount) {
@@ -29,7 +41,7 @@ void LedgerProgress::BeginRows(std::int16_t year, std::int16_t period, std::int3
   bar_.SetBarMinValue(0);
   bar_.SetBarMaxValue(rowCount == 0 ? 1 : rowCount);
   bar_.SetBarValue(0);
-  bar_.SetMsg(PeriodMessage("正在计算", year, period, "期数据..."));
+  TellPeriod(calculating_, year, period);
 }
 
 void LedgerProgress::Range(std::int32_t most) {

@@ -11,7 +11,7 @@ namespace component {
 // tells nobody.
 class LedgerProgress {
  public:
-  explicit LedgerProgress(Bar& bar) : bar_(bar) {}
+  explicit LedgerProgress(Bar& bar);
 
   void Message(const std::string& text) {
     if (bar_.IsUp()) bar_.SetMsg(text);
@@ -33,12 +33,16 @@ class LedgerProgress {
   }
 
  private:
+  void TellPeriod(const std::string& begin, std::int16_t year, std::int16_t period);
+
   Bar& bar_;
   std::int32_t rowsDone_ = 0;
+  // A message comes twice with every period of every item: its words, and the room for it, are kept.
+  std::string fetching_;
+  std::string calculating_;
+  std::string ofYear_;
+  std::string periodData_;
+  std::string message_;
 };
-
-// "正在计算2024年第3期数据..." of its first words.
-std::string PeriodMessage(std::string_view begin, std::int16_t year, std::int16_t period,
-                          std::string_view end);
 
 }  // namespace component

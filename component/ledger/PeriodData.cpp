@@ -3,11 +3,10 @@
 namespace component {
 namespace {
 
-using platform::Currency;
 using platform::FieldType;
 using platform::Recordset;
 using platform::Ref;
-using platform::RowText;
+using platform::RowReader;
 using platform::Variant;
 
 constexpr std::string_view kOpeningFields[] = {"FBatchNo", "FBegQty", "FBegAmount", "FBegDiff"};
@@ -57,28 +56,28 @@ void LedgerSource::Take(const Ref<Recordset>& rows) {
   converted_.clear();
   count_ = rows_->ViewCount();
   knowsColumns_ = knowsColumns_ && sameTable;
-  stretches_.clear();
-  if (count_ == 0) return;
-  FindStretches();
-  if (knowsColumns_) return;
+  if (count_ == 0 || knowsColumns_) return;
   if (!Fits()) FindColumns();
   knowsColumns_ = true;
-}
-
-void LedgerSource::FindStretches() {
-  for (std::size_t from = 0; from < count_; from += stretches_.back().count) {
-    const std::size_t first = rows_->RowAt(from);
-    const bool restFollows = rows_->RowAt(count_ - 1) - first == count_ - 1 - from;
-    stretches_.push_back({.firstRow = first, .count = restFollows ? count_ - from : 1});
-  }
 }
 
 void LedgerSource::FindColumns() {
   for (std::size_t i = 0; i < fields_.size(); ++i) {
     const std::size_t index = rows_->FieldIndex(fields_[i]);
     const FieldType type = rows_->Fields()[index].type;
-    columns_[i] = {.index = index, .isText = platform::IsTextType(type), .isDate = type == FieldType::kDate};
+    columns_[i] = {.index = static_cast<std::uint32_t>(index),
+                   .isText = platform::IsTextType(type),
+                   .isDate = type == FieldType::kDate};
   }
+}
+
+Variant LedgerSource::ValueOf(Column column, const RowReader& row) {
+  Variant value = row.Value(column.index);
+  return value.IsNull() ? Variant() : value;
+}
+
+platform::RowText LedgerSource::Converted(Column column, const RowReader& row) {
+  return std::string_view(converted_.emplace_back(platform::ToText(ValueOf(column, row))));
 }
 
 PeriodData::PeriodData()
@@ -99,21 +98,22 @@ void PeriodData::Take(const Variant& answer) {
 const LedgerBalance& PeriodData::Balance(LedgerSource& source, Known<LedgerBalance>& known,
                                          std::size_t position) {
   if (known.take != source.Takes()) {
-    std::vector<LedgerBalance>& rows = known.rows;
-    rows.assign(source.Count(), {});
-    source.Texts(kBatchNo, [&](std::size_t i, const RowText& text) { rows[i].batchNo = text; });
-    source.Doubles(kQty, [&](std::size_t i, double number) { rows[i].figures.quantity = number; });
-    source.Amounts(kAmount, [&](std::size_t i, Currency amount) { rows[i].figures.amount = amount; });
-    source.Amounts(kDiff, [&](std::size_t i, Currency amount) { rows[i].figures.diff = amount; });
-    source.Doubles(kAmount, [&](std::size_t i, double amount) {
-      rows[i].figures.price = SafePrice(rows[i].figures.quantity, amount);
+    known.rows.resize(source.Count());
+    source.EachRow([&](std::size_t i, const RowReader& row) {
+      LedgerBalance& balance = known.rows[i];
+      balance.batchNo = source.Text(kBatchNo, row);
+      LedgerFigures& figures = balance.figures;
+      figures.quantity = source.Double(kQty, row);
+      figures.price = SafePrice(figures.quantity, source.Double(kAmount, row));
+      figures.amount = source.Amount(kAmount, row);
+      figures.diff = source.Amount(kDiff, row);
     });
     known.take = source.Takes();
   }
   return known.rows[position];
 }
 
-const LedgerRow& PeriodData::Movement(std::size_t position, bool withDiff) {
+LedgerRow& PeriodData::Movement(std::size_t position, bool withDiff) {
   if (movements_.take != happened.Takes()) ReadMovements(withDiff);
   return movements_.rows[position];
 }
@@ -121,35 +121,31 @@ const LedgerRow& PeriodData::Movement(std::size_t position, bool withDiff) {
 void PeriodData::ReadMovements(bool withDiff) {
   std::vector<LedgerRow>& rows = movements_.rows;
   rows.assign(happened.Count(), {});
-  auto integer = [&](std::size_t field, std::int32_t LedgerRow::*number) {
-    happened.Integers(field, [&](std::size_t i, std::int32_t value) { rows[i].*number = value; });
-  };
-  auto text = [&](std::size_t field, RowText LedgerRow::*target) {
-    happened.Texts(field, [&](std::size_t i, const RowText& value) { rows[i].*target = value; });
-  };
-  auto figures = [&](std::size_t first, LedgerFigures LedgerRow::*side) {
-    happened.Doubles(first, [&](std::size_t i, double value) { (rows[i].*side).quantity = value; });
-    happened.Doubles(first + 1, [&](std::size_t i, double value) { (rows[i].*side).price = value; });
-    happened.Amounts(first + 2, [&](std::size_t i, Currency value) { (rows[i].*side).amount = value; });
-  };
-  auto difference = [&](std::size_t field, LedgerFigures LedgerRow::*side) {
-    differences.Amounts(field, [&](std::size_t i, Currency value) { (rows[i].*side).diff = value; });
-  };
-  integer(kInterId, &LedgerRow::id);
-  integer(kEntryId, &LedgerRow::entryId);
-  happened.Days(kDate, [&](std::size_t i, platform::Date date) { rows[i].date = date; });
-  text(kVoucherNo, &LedgerRow::voucherNo);
-  text(kMovementBatchNo, &LedgerRow::batchNo);
-  text(kNote, &LedgerRow::note);
-  text(kTranTypeName, &LedgerRow::tranTypeName);
-  text(kAuxName, &LedgerRow::auxName);
-  text(kBillNo, &LedgerRow::billNo);
-  integer(kTranType, &LedgerRow::classTypeId);
-  figures(kInQty, &LedgerRow::in);
-  figures(kOutQty, &LedgerRow::out);
+  happened.EachRow([&](std::size_t i, const RowReader& source) {
+    LedgerRow& row = rows[i];
+    auto figures = [&](std::size_t first, LedgerFigures& side) {
+      side.quantity = happened.Double(first, source);
+      side.price = happened.Double(first + 1, source);
+      side.amount = happened.Amount(first + 2, source);
+    };
+    row.id = happened.Integer(kInterId, source);
+    row.entryId = happened.Integer(kEntryId, source);
+    row.date = happened.Day(kDate, source);
+    row.voucherNo = happened.Text(kVoucherNo, source);
+    row.batchNo = happened.Text(kMovementBatchNo, source);
+    row.note = happened.Text(kNote, source);
+    row.tranTypeName = happened.Text(kTranTypeName, source);
+    row.auxName = happened.Text(kAuxName, source);
+    row.billNo = happened.Text(kBillNo, source);
+    row.classTypeId = happened.Integer(kTranType, source);
+    figures(kInQty, row.in);
+    figures(kOutQty, row.out);
+  });
   if (withDiff) {
-    difference(0, &LedgerRow::in);
-    difference(1, &LedgerRow::out);
+    differences.EachRow([&](std::size_t i, const RowReader& source) {
+      rows[i].in.diff = differences.Amount(0, source);
+      rows[i].out.diff = differences.Amount(1, source);
+    });
   }
   movements_.take = happened.Takes();
 }

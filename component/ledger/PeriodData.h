@@ -9,16 +9,16 @@
 
 #include "component/ledger/LedgerRow.h"
 #include "platform/rows/Dictionary.h"
-#include "platform/rows/StretchReader.h"
+#include "platform/rows/RowReader.h"
 #include "platform/value/Convert.h"
 
 // What the data component answers for one period, as values. A null figure counts as 0, a null text is empty;
 // a field that is missing raises only where there is a row to read.
 namespace component {
 
-// One recordset of the answer, read field by field for all its rows. Its columns are looked up once and then
-// found again in every further recordset of the same layout, at once in one that shows other rows of the same
-// table. Texts stay good until the next Take, while the recordset lives.
+// One recordset of the answer, read row by row. Its columns are looked up once and then found again in every
+// further recordset of the same layout, at once in one that shows other rows of the same table. Texts stay
+// good until the next Take, while the recordset lives.
 class LedgerSource {
  public:
   // Names by their place; read by the places.
@@ -35,101 +35,49 @@ class LedgerSource {
     return rows_->Texts().get() == &texts && converted_.empty();
   }
 
-  // take(i, value) for the i-th row.
-  template <class Take>
-  void Texts(std::size_t field, Take take) {
-    if (columns_[field].isText) {
-      return EachStretch([&](const platform::StretchReader& rows, std::size_t from) {
-        rows.Texts(columns_[field].index,
-                   [&](std::size_t i, const platform::RowText& text) { take(from + i, text); });
-      });
-    }
-    EachValue(field, [&](std::size_t i, const platform::Variant& value) {
-      take(i, std::string_view(converted_.emplace_back(platform::ToText(value))));
-    });
+  // visit(i, row) for the i-th row, whose fields those below read.
+  template <class Visit>
+  void EachRow(Visit visit) const {
+    for (std::size_t i = 0; i < count_; ++i) visit(i, platform::RowReader(*rows_, rows_->RowAt(i)));
   }
-  template <class Take>
-  void Integers(std::size_t field, Take take) const {
-    if (columns_[field].isText) {
-      return EachValue(
-          field, [&](std::size_t i, const platform::Variant& value) { take(i, platform::ToInt32(value)); });
-    }
-    EachStretch([&](const platform::StretchReader& rows, std::size_t from) {
-      rows.Integers(columns_[field].index,
-                    [&](std::size_t i, std::int32_t number) { take(from + i, number); });
-    });
+  platform::RowText Text(std::size_t field, const platform::RowReader& row) {
+    const Column column = columns_[field];
+    return column.isText ? row.KeptText(column.index) : Converted(column, row);
   }
-  template <class Take>
-  void Doubles(std::size_t field, Take take) const {
-    if (columns_[field].isText) {
-      return EachValue(
-          field, [&](std::size_t i, const platform::Variant& value) { take(i, platform::ToDouble(value)); });
-    }
-    EachStretch([&](const platform::StretchReader& rows, std::size_t from) {
-      rows.Doubles(columns_[field].index, [&](std::size_t i, double number) { take(from + i, number); });
-    });
+  std::int32_t Integer(std::size_t field, const platform::RowReader& row) const {
+    const Column column = columns_[field];
+    return column.isText ? platform::ToInt32(ValueOf(column, row)) : row.Integer(column.index);
   }
-  template <class Take>
-  void Amounts(std::size_t field, Take take) const {
-    if (columns_[field].isText) {
-      return EachValue(field, [&](std::size_t i, const platform::Variant& value) {
-        take(i, platform::ToCurrency(value));
-      });
-    }
-    EachStretch([&](const platform::StretchReader& rows, std::size_t from) {
-      rows.Amounts(columns_[field].index,
-                   [&](std::size_t i, platform::Currency amount) { take(from + i, amount); });
-    });
+  double Double(std::size_t field, const platform::RowReader& row) const {
+    const Column column = columns_[field];
+    return column.isText ? platform::ToDouble(ValueOf(column, row)) : row.Double(column.index);
   }
-  template <class Take>
-  void Days(std::size_t field, Take take) const {
-    if (!columns_[field].isDate) {
-      return EachValue(
-          field, [&](std::size_t i, const platform::Variant& value) { take(i, platform::ToDate(value)); });
-    }
-    EachStretch([&](const platform::StretchReader& rows, std::size_t from) {
-      rows.Days(columns_[field].index, [&](std::size_t i, platform::Date date) { take(from + i, date); });
-    });
+  platform::Currency Amount(std::size_t field, const platform::RowReader& row) const {
+    const Column column = columns_[field];
+    return column.isText ? platform::ToCurrency(ValueOf(column, row)) : row.Amount(column.index);
+  }
+  platform::Date Day(std::size_t field, const platform::RowReader& row) const {
+    const Column column = columns_[field];
+    return column.isDate ? row.Day(column.index) : platform::ToDate(ValueOf(column, row));
   }
 
  private:
   struct Column {
-    std::size_t index = 0;
+    std::uint32_t index = 0;
     bool isText = false;
     bool isDate = false;
-  };
-  struct Stretch {
-    std::size_t firstRow = 0;
-    std::size_t count = 0;
   };
 
   bool Fits() const;
   void FindColumns();
-  void FindStretches();
-  template <class Visit>
-  void EachStretch(Visit visit) const {
-    std::size_t from = 0;
-    for (const Stretch& stretch : stretches_) {
-      visit(platform::StretchReader(*rows_, stretch.firstRow, stretch.count), from);
-      from += stretch.count;
-    }
-  }
   // For a field of another type than the one it is read as; Empty for a null.
-  template <class Visit>
-  void EachValue(std::size_t field, Visit visit) const {
-    EachStretch([&](const platform::StretchReader& rows, std::size_t from) {
-      rows.RowByRow([&](std::size_t i, const platform::RowReader& row) {
-        const platform::Variant value = row.Value(columns_[field].index);
-        visit(from + i, value.IsNull() ? platform::Variant() : value);
-      });
-    });
-  }
+  static platform::Variant ValueOf(Column column, const platform::RowReader& row);
+  platform::RowText Converted(Column column, const platform::RowReader& row);
 
   std::span<const std::string_view> fields_;
   std::vector<Column> columns_;
   std::deque<std::string> converted_;  // texts of columns that are no texts
   platform::Ref<platform::Recordset> rows_;
-  std::vector<Stretch> stretches_;  // neighbouring rows; all of them but under a filter
   std::size_t count_ = 0;
   std::size_t takes_ = 0;
   bool knowsColumns_ = false;  // those of `rows_`
@@ -157,9 +105,9 @@ class PeriodData {
   }
   const LedgerBalance& Opening(std::size_t position) { return Balance(opening, openings_, position); }
   const LedgerBalance& Closing(std::size_t position) { return Balance(closing, closings_, position); }
-  // What the data component tells of a movement; the rest of the row is empty. `withDiff` reads the cost
-  // differences too, which only the builders for all items have.
-  const LedgerRow& Movement(std::size_t position, bool withDiff);
+  // What the data component tells of a movement; the rest of the row is empty, for the caller to fill.
+  // `withDiff` reads the cost differences too, which only the builders for all items have.
+  LedgerRow& Movement(std::size_t position, bool withDiff);
 
   LedgerSource opening;
   LedgerSource happened;
@@ -191,7 +139,7 @@ class KeyedAnswer {
  public:
   // Raises for an answer that is no object.
   explicit KeyedAnswer(const platform::Variant& answer)
-      : keyed_(answer.AsObject()), dictionary_(dynamic_cast<const platform::Dictionary*>(&keyed_)) {}
+      : keyed_(answer.AsObject()), dictionary_(platform::ObjectAs<platform::Dictionary>(&keyed_)) {}
 
   platform::Variant Value(std::string_view key) const {
     return dictionary_ != nullptr ? dictionary_->Value(key) : keyed_.Get("Item", std::string(key));

@@ -33,7 +33,7 @@ void PeriodRows::AddOpening(std::size_t position) {
 }
 
 void PeriodRows::AddMovement(std::size_t position) {
-  LedgerRow row = data_.Movement(position, withDiff_);
+  LedgerRow& row = data_.Movement(position, withDiff_);
   running_.Move(row.in, row.out);
   totals_.Add(row.in, row.out);
   row.year = year_;

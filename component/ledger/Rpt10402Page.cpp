@@ -138,9 +138,8 @@ LedgerDecimals Rpt10402::ItemDecimals() const {
 
 Variant Rpt10402::GetPerioddata(Object& data, std::int32_t itemId, std::int16_t year, std::int16_t period,
                                 const std::string& condition) {
-  const std::string props = GetPropsString();
   Variant filter(Filter());
-  Variant answer = data.Call("GetPerioddata", props, itemId, year, period, condition, filter);
+  Variant answer = data.Call("GetPerioddata", GetPropsString(), itemId, year, period, condition, filter);
   AcceptFilter(platform::detail::FromVariant<Ref<Dictionary>>(filter));  // it may hand back another one
   return answer;
 }

@@ -10,7 +10,7 @@ using platform::Ref;
 using platform::Variant;
 
 Variant ReportFilter::Invoke(std::string_view member, CallKind kind, std::span<Variant> arguments) {
-  Tell(Info(), member, kind, arguments);
+  Tell(Info().Find(member, kind), member, kind, arguments);
   return Exposed::Invoke(member, kind, arguments);
 }
 

@@ -22,7 +22,7 @@ class FilterInfoObject final : public Exposed<FilterInfoObject> {
   explicit FilterInfoObject(Ref<TOVRptFilter> control) : control_(std::move(control)) {}
 
   Variant Invoke(std::string_view member, CallKind kind, std::span<Variant> arguments) override {
-    control_->Tell(Info(), member, kind, arguments);
+    control_->Tell(Info().Find(member, kind), member, kind, arguments);
     return Exposed::Invoke(member, kind, arguments);
   }
   Variant FilterResult() { return control_->Collect(); }
@@ -49,7 +49,7 @@ class SchemeObject final : public Exposed<SchemeObject> {
 }  // namespace
 
 Variant TOVRptFilter::Invoke(std::string_view member, CallKind kind, std::span<Variant> arguments) {
-  Tell(Info(), member, kind, arguments);
+  Tell(Info().Find(member, kind), member, kind, arguments);
   return Exposed::Invoke(member, kind, arguments);
 }
 

@@ -15,9 +15,8 @@ void Service::Announce() {
   desk_->Told().OnCreated(announcedAs_);
 }
 
-void Service::Tell(const platform::ClassInfo& info, std::string_view member, CallKind kind,
+void Service::Tell(const platform::Operation* operation, std::string_view member, CallKind kind,
                    std::span<const Variant> arguments) {
-  const platform::Operation* operation = info.Find(member, kind);
   Witness& witness = desk_->Told();
   switch (operation == nullptr ? kind : operation->kind) {
     case CallKind::kMethod:

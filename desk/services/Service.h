@@ -24,9 +24,10 @@ class Service : public platform::Object {
   // Tells that the object was created by programmatic id; its end is then told as well.
   void Announce();
 
-  // Tells of a call to this service or to an object that speaks for it. `info` decides whether the member
-  // is a method or a property, since a caller by name may not know.
-  void Tell(const platform::ClassInfo& info, std::string_view member, platform::CallKind kind,
+  // Tells of a call to this service or to an object that speaks for it. The operation that is going to
+  // answer, null when there is none, decides whether the member is a method or a property, since a caller by
+  // name may not know.
+  void Tell(const platform::Operation* operation, std::string_view member, platform::CallKind kind,
             std::span<const platform::Variant> arguments);
 
  protected:
@@ -53,8 +54,9 @@ class Served : public platform::Exposed<C, Service> {
   platform::Variant Invoke(std::string_view member, platform::CallKind kind,
                            std::span<platform::Variant> arguments) override {
     if (platform::Object* standIn = this->StandIn()) return standIn->Invoke(member, kind, arguments);
-    this->Tell(C::Info(), member, kind, arguments);
-    return platform::Exposed<C, Service>::Invoke(member, kind, arguments);
+    const platform::Operation* operation = C::Info().Find(member, kind);
+    this->Tell(operation, member, kind, arguments);
+    return platform::InvokeFound(C::Info(), operation, *this, member, kind, arguments);
   }
 
  protected:

@@ -18,19 +18,17 @@ class NoScreen final : public Screen {
   }
 };
 
-Screen*& Used() {
-  static Screen* used = nullptr;
-  return used;
-}
+Screen* used = nullptr;  // by the one thread that the user is served by
 
 }  // namespace
 
 Screen& Screen::Current() {
+  if (used != nullptr) return *used;
   static NoScreen none;
-  return Used() == nullptr ? none : *Used();
+  return none;
 }
 
-void Screen::Use(Screen* screen) { Used() = screen; }
+void Screen::Use(Screen* screen) { used = screen; }
 
 std::string_view ToString(Answer answer) {
   switch (answer) {

@@ -135,6 +135,9 @@ class Argument {
   static constexpr bool kByReference =
       std::is_lvalue_reference_v<Parameter> && !std::is_const_v<std::remove_reference_t<Parameter>>;
   static constexpr bool kOptional = OptionalOf<Bare>::kIsOptional;
+  // What is only read is read where the caller has it.
+  static constexpr bool kBorrows =
+      std::is_same_v<Parameter, const std::string&> || std::is_same_v<Parameter, const Variant&>;
   static constexpr ValueType kType = kTypeOf<Bare>;
 
   Argument(Variant* given, const ArgumentPlace& place, std::size_t position) : given_(given) {
@@ -143,6 +146,9 @@ class Argument {
       if (!missing) value_ = Convert<typename OptionalOf<Bare>::Type>(*given, place, position);
     } else {
       if (missing) RaiseMissing(place, position);
+      if constexpr (kBorrows) {
+        if (Borrowed() != nullptr) return;
+      }
       value_ = Convert<Bare>(*given, place, position);
     }
   }
@@ -155,9 +161,24 @@ class Argument {
     }
   }
 
-  Bare& Value() { return value_; }
+  auto& Value() {
+    if constexpr (kBorrows) {
+      const Bare* borrowed = Borrowed();
+      return borrowed == nullptr ? std::as_const(value_) : *borrowed;
+    } else {
+      return value_;
+    }
+  }
 
  private:
+  // Null for what has to be converted.
+  const Bare* Borrowed() const {
+    if constexpr (std::is_same_v<Bare, Variant>) {
+      return given_;
+    } else {
+      return std::as_const(*given_).template As<Bare>();
+    }
+  }
   template <class T>
   static T Convert(const Variant& given, const ArgumentPlace& place, std::size_t position) {
     try {

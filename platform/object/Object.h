@@ -3,6 +3,8 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <typeinfo>
 
 #include "platform/object/Ref.h"
 
@@ -41,5 +43,16 @@ class Object : public RefCounted {
   template <class... Arguments>
   Variant InvokeWith(std::string_view member, CallKind kind, Arguments&&... arguments);
 };
+
+// The object as a T; null for none and for one of another class. A class that none derives from is known by
+// its type alone, which is quicker than to look for it among the bases.
+template <class T>
+T* ObjectAs(Object* object) {
+  if constexpr (std::is_final_v<T>) {
+    return object != nullptr && typeid(*object) == typeid(T) ? static_cast<T*>(object) : nullptr;
+  } else {
+    return dynamic_cast<T*>(object);
+  }
+}
 
 }  // namespace platform

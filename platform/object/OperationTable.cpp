@@ -42,9 +42,10 @@ std::size_t Operation::RequiredCount() const {
 }
 
 const Operation* ClassInfo::Find(std::string_view member, CallKind kind) const {
-  std::size_t bucket = detail::NameHash(member) % buckets.size();
+  const std::size_t mask = buckets.size() - 1;
   const Operation* found = nullptr;
-  for (; buckets[bucket] != 0; bucket = (bucket + 1) % buckets.size()) {
+  for (std::size_t bucket = detail::NameHash(member) & mask; buckets[bucket] != 0;
+       bucket = (bucket + 1) & mask) {
     const Operation& operation = operations[buckets[bucket] - 1U];
     if (!Answers(operation.kind, kind) || !EqualsIgnoreCase(operation.name, member)) continue;
     if (operation.kind == kind) return &operation;
@@ -55,7 +56,11 @@ const Operation* ClassInfo::Find(std::string_view member, CallKind kind) const {
 
 Variant InvokeOperation(const ClassInfo& info, Object& self, std::string_view member, CallKind kind,
                         std::span<Variant> arguments) {
-  const Operation* operation = info.Find(member, kind);
+  return InvokeFound(info, info.Find(member, kind), self, member, kind, arguments);
+}
+
+Variant InvokeFound(const ClassInfo& info, const Operation* operation, Object& self, std::string_view member,
+                    CallKind kind, std::span<Variant> arguments) {
   if (operation == nullptr) {
     throw Error(ErrorNumber::kUnknownMember, std::string(info.name),
                 Place(info.name, member) + ": the object has no such " +

@@ -38,7 +38,7 @@ struct Operation {
 };
 
 // One class as a late-bound caller sees it. `buckets` is a hash table over the names, without regard to
-// case; an entry is the operation's position plus 1, 0 for none.
+// case; an entry is the operation's position plus 1, 0 for none. Its size is a power of two.
 struct ClassInfo {
   std::string_view name;
   std::span<const Operation> operations;
@@ -52,6 +52,9 @@ struct ClassInfo {
 // Checks the arity, then calls; what Exposed classes answer to Object::Invoke.
 Variant InvokeOperation(const ClassInfo& info, Object& self, std::string_view member, CallKind kind,
                         std::span<Variant> arguments);
+// The same for a caller that has looked for the operation: what ClassInfo::Find answered.
+Variant InvokeFound(const ClassInfo& info, const Operation* operation, Object& self, std::string_view member,
+                    CallKind kind, std::span<Variant> arguments);
 
 template <auto Member>
 struct OperationEntry {

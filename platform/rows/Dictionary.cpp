@@ -2,6 +2,8 @@
 // an index is kept only once there are more than kWalked of them.
 #include "platform/rows/Dictionary.h"
 
+#include <atomic>
+
 namespace platform {
 namespace {
 
@@ -12,7 +14,21 @@ constexpr std::size_t kNotFound = static_cast<std::size_t>(-1);
 
 }  // namespace
 
+std::uint64_t Dictionary::NextSerial() {
+  static std::atomic<std::uint64_t> last{0};
+  return last.fetch_add(1, std::memory_order_relaxed) + 1;
+}
+
+// Keys are mostly asked for in the order in which they stand, and in the spelling that they have.
 std::size_t Dictionary::PositionOf(std::string_view key) const {
+  const std::size_t next = next_ < entries_.size() ? next_ : 0;
+  const bool isNext = next < entries_.size() && SameText(entries_[next].key, key);
+  const std::size_t position = isNext ? next : LookFor(key);
+  if (position != kNotFound) next_ = position + 1;
+  return position;
+}
+
+std::size_t Dictionary::LookFor(std::string_view key) const {
   if (!positions_.empty()) {
     const auto found = positions_.find(key);
     return found == positions_.end() ? kNotFound : found->second;
@@ -42,6 +58,7 @@ Variant Dictionary::Lookup(const std::string& key, const std::optional<Variant>&
 }
 
 void Dictionary::Set(std::string_view key, Variant value) {
+  ++changes_;
   if (const std::size_t position = PositionOf(key); position != kNotFound) {
     // The old value goes last: an object that ends may reach this dictionary again.
     std::swap(entries_[position].value, value);
@@ -68,6 +85,7 @@ std::string Dictionary::Key(std::int32_t index) const {
 void Dictionary::Remove(const std::string& key) {
   const std::size_t position = PositionOf(key);
   if (position == kNotFound) return;
+  ++changes_;
   const Entry removed = std::move(entries_[position]);
   entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(position));
   positions_.clear();
@@ -76,6 +94,7 @@ void Dictionary::Remove(const std::string& key) {
 }
 
 void Dictionary::RemoveAll() {
+  ++changes_;
   const std::vector<Entry> removed = std::exchange(entries_, {});
   positions_.clear();
 }

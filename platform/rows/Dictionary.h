@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -36,6 +37,14 @@ class Dictionary final : public Exposed<Dictionary> {
   const Variant& Value(std::string_view key) const;
   void Set(std::string_view key, Variant value);
   const std::vector<Entry>& Entries() const { return entries_; }
+  // The same again as long as nothing is written to this dictionary or removed from it, and never the same as
+  // another dictionary's: who has looked at the keys need not look again.
+  struct State {
+    std::uint64_t dictionary = 0;
+    std::uint64_t changes = 0;
+    friend bool operator==(const State&, const State&) = default;
+  };
+  State Now() const { return {.dictionary = serial_, .changes = changes_}; }
 
   static constexpr std::string_view kClassName = "RNX.Dictionary";
   static constexpr auto kOperations = Operations(
@@ -57,9 +66,14 @@ class Dictionary final : public Exposed<Dictionary> {
     }
   };
 
+  static std::uint64_t NextSerial();
   std::size_t PositionOf(std::string_view key) const;
+  std::size_t LookFor(std::string_view key) const;
 
   std::vector<Entry> entries_;
+  std::uint64_t serial_ = NextSerial();
+  std::uint64_t changes_ = 0;
+  mutable std::size_t next_ = 0;  // the position behind the key that was found last
   // Positions by key, kept once a dictionary outgrows a short walk.
   std::unordered_map<std::string, std::size_t, KeyHash, KeyEqual> positions_;
 };

@@ -116,19 +116,15 @@ std::size_t Recordset::FieldIndex(std::string_view name) const {
   return *column;
 }
 
-std::size_t Recordset::ViewCount() const {
+std::size_t Recordset::ViewCountUnderFilter() const {
   RequireOpen();
-  if (!view_) {
-    const std::size_t last = std::min(last_, rows_->RowCount());
-    return last - std::min(first_, last);
-  }
   view_->CatchUp(*rows_);
   return view_->rows.size();
 }
 
-std::size_t Recordset::RowAt(std::size_t position) const {
+std::size_t Recordset::RowUnderFilter(std::size_t position) const {
   if (position >= ViewCount()) RaiseNoCurrentRow();
-  return view_ ? view_->rows[position] : first_ + position;
+  return view_->rows[position];
 }
 
 std::size_t Recordset::CurrentRow() const {

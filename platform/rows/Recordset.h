@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -121,8 +122,15 @@ class Recordset final : public Exposed<Recordset> {
   // Reading without the cursor. ViewCount rows pass the filter; RowAt gives the row number of one of them
   // (from 0), CurrentRow that of the cursor; the readers take row numbers. A null reads as "", 0, the first
   // date or false. A number field reads as any number type; other mixtures raise kTypeMismatch.
-  std::size_t ViewCount() const;
-  std::size_t RowAt(std::size_t position) const;
+  std::size_t ViewCount() const {
+    if (state_ != State::kOpen || view_) return ViewCountUnderFilter();
+    const std::size_t last = std::min(last_, rows_->RowCount());
+    return last - std::min(first_, last);
+  }
+  std::size_t RowAt(std::size_t position) const {
+    if (view_ || position >= ViewCount()) return RowUnderFilter(position);
+    return first_ + position;
+  }
   std::size_t CurrentRow() const;
   bool IsNullAt(std::size_t column, std::size_t row) const;
   std::string_view TextAt(std::size_t column, std::size_t row) const;
@@ -170,7 +178,6 @@ class Recordset final : public Exposed<Recordset> {
  private:
   friend class RowAppender;
   friend class RowReader;
-  friend class StretchReader;
 
   enum class State { kBuilding, kOpen, kClosed };
   struct View;      // the filter and the rows that meet it
@@ -182,6 +189,9 @@ class Recordset final : public Exposed<Recordset> {
 
   explicit Recordset(std::shared_ptr<RowStore> rows);
 
+  // What is left of ViewCount and RowAt: rows under a filter, and refusals.
+  std::size_t ViewCountUnderFilter() const;
+  std::size_t RowUnderFilter(std::size_t position) const;
   void MakeView(const std::string& condition);
   void RequireOpen() const;
   void RequireColumn(std::size_t column) const;

@@ -23,6 +23,13 @@ class RowReader {
     if (!IsTextType(rows_->Type(column))) RaiseWrongType(column, "text");
     return rows_->Text(column, at_);
   }
+  // The same by its id, for rows that share the texts; it holds as long as they are kept.
+  RowText KeptText(std::size_t column) const {
+    if (!IsTextType(rows_->Type(column))) RaiseWrongType(column, "text");
+    TextStore::Id id = rows_->EmptyId(column);
+    rows_->Read(column, at_, id);
+    return RowText(*rows_->Texts(), id);
+  }
   std::int32_t Integer(std::size_t column) const {
     const FieldType type = rows_->Type(column);
     if (type == FieldType::kInt32) return rows_->Cell<std::int32_t>(column, at_);

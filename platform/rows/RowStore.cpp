@@ -60,8 +60,9 @@ void RowStore::AppendField(Field field) {
 
 std::size_t RowStore::FindField(std::string_view name) const {
   if (fields_.empty()) return 0;
-  std::size_t bucket = detail::NameHash(name) % nameBuckets_.size();
-  for (; nameBuckets_[bucket] != 0; bucket = (bucket + 1) % nameBuckets_.size()) {
+  const std::size_t mask = nameBuckets_.size() - 1;
+  std::size_t bucket = detail::NameHash(name) & mask;
+  for (; nameBuckets_[bucket] != 0; bucket = (bucket + 1) & mask) {
     const std::size_t column = nameBuckets_[bucket] - 1U;
     if (EqualsIgnoreCase(fields_[column].name, name)) return column;
   }

@@ -150,14 +150,11 @@ class RowStore {
   }
   void SetValue(std::size_t column, Place at, const Variant& value);
   void SetNull(std::size_t column, Place at);
-  // One column of a stretch of rows that are there: `value(i)` is what row `firstRow` + i holds from now on.
-  // The column's type is a quick way; another one takes the values converted.
+  // One column of a stretch of rows that are there: `value(i)` is what row `firstRow` + i holds from now on,
+  // and may be asked for twice. The column's type is a quick way; another one takes the values converted.
+  // RowStretches.h defines it.
   template <class ValueOf>
   void Fill(std::size_t column, std::size_t firstRow, std::size_t count, ValueOf value);
-  // The other way round: take(i, value) is called for each row of the stretch, with `forNull` for a null. T
-  // is the stored type; the caller has checked it. RowStretches.h defines both.
-  template <class T, class Take>
-  void Each(std::size_t column, std::size_t firstRow, std::size_t count, T forNull, Take take) const;
   // One text in a stretch of rows, whatever they held.
   void FillText(std::size_t column, std::size_t firstRow, std::size_t pastRow, std::string_view text);
 
@@ -228,8 +225,6 @@ class RowStore {
   void EachPart(std::size_t firstRow, std::size_t count, Visit visit) const;
   template <class T, class ValueOf>
   void WritePart(std::size_t column, Place at, std::size_t count, ValueOf value);
-  template <class T, class Take>
-  void ReadPart(std::size_t column, Place at, std::size_t count, T forNull, Take take) const;
   // Sets a cell of a column that is not plain to what the column holds all over, or to one of its coded
   // values that is found at once; false when it is neither.
   bool Repeats(std::size_t column, Chunk& chunk, std::size_t place, std::uint64_t bits) {

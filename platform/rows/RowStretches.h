@@ -1,7 +1,7 @@
 #pragma once
 
-// How a RowStore writes and reads stretches of rows. Of each column the form of a group is looked at once,
-// and what is left to do for a cell of a plain column is to copy it.
+// How a RowStore writes stretches of rows. Of each column the form of a group is looked at once, and what is
+// left to do for a cell of a plain column is to copy it.
 
 #include <algorithm>
 #include <type_traits>
@@ -52,12 +52,13 @@ void RowStore::Fill(std::size_t column, std::size_t firstRow, std::size_t count,
     return;
   }
   if constexpr (std::is_same_v<T, RowText>) {
-    // Texts of the same store go by their ids, unless one may be too wide.
+    // Texts of the same store go by their ids, and are looked at only where one may be too wide.
     const std::size_t width = columns_[column].width;
     const bool allFit = width == 0 || texts_->Longest() <= width;
     auto idOf = [&](std::size_t i) {
       const RowText text = value(i);
-      return allFit && text.IsKeptIn(*texts_) ? text.Id() : IdOf(column, text.View());
+      if (text.IsKeptIn(*texts_) && (allFit || text.View().size() <= width)) return text.Id();
+      return IdOf(column, text.View());
     };
     EachPart(firstRow, count, [&](Place at, std::size_t from, std::size_t part) {
       WritePart<TextStore::Id>(column, at, part, [&](std::size_t i) { return idOf(from + i); });
@@ -69,57 +70,46 @@ void RowStore::Fill(std::size_t column, std::size_t firstRow, std::size_t count,
   }
 }
 
-template <class T, class Take>
-void RowStore::Each(std::size_t column, std::size_t firstRow, std::size_t count, T forNull, Take take) const {
-  EachPart(firstRow, count, [&](Place at, std::size_t from, std::size_t part) {
-    ReadPart<T>(column, at, part, forNull, [&](std::size_t i, T value) { take(from + i, value); });
-  });
-}
-
-// A column may turn plain on the way, and stays so.
+// What a cell of a column that is not plain is compared with is held in variables of its own: the compiler
+// must take it that a byte of the cells which is written might be part of anything else.
 template <class T, class ValueOf>
 void RowStore::WritePart(std::size_t column, Place at, std::size_t count, ValueOf value) {
   Chunk& chunk = at.group[column];
-  std::size_t i = 0;
-  for (; i < count && chunk.kind != ChunkKind::kPlain; ++i) {
+  auto bitsOf = [&](std::size_t i) {
     const T each = value(i);
     std::uint64_t bits = 0;
     std::memcpy(&bits, &each, sizeof(T));
+    return bits;
+  };
+  std::size_t i = 0;
+  if (chunk.kind == ChunkKind::kSame && chunk.count == at.offset && at.offset > 0) {
+    const std::uint64_t same = chunk.value;
+    while (i < count && bitsOf(i) == same) ++i;
+    chunk.count = static_cast<std::uint16_t>(at.offset + i);
+  }
+  std::byte* repeated = nullptr;  // cells of a coded column, while the last value comes again
+  std::byte code{};
+  std::uint64_t last = 0;
+  for (; i < count && chunk.kind != ChunkKind::kPlain; ++i) {
+    const std::uint64_t bits = bitsOf(i);
+    if (repeated != nullptr && bits == last) {
+      repeated[at.offset + i] = code;
+      continue;
+    }
     if (!Repeats(column, chunk, at.offset + i, bits)) SetBits(column, chunk, at.offset + i, bits);
+    if (chunk.kind != ChunkKind::kCoded) continue;
+    repeated = chunk.cells;
+    code = static_cast<std::byte>(chunk.last + 1);
+    last = bits;
   }
   if (i == count) return;
   const std::size_t from = at.offset + i;
+  std::byte* const cells = chunk.cells + at.offset * sizeof(T);
   for (; i < count; ++i) {
     const T each = value(i);
-    std::memcpy(chunk.cells + (at.offset + i) * sizeof(T), &each, sizeof(T));
+    std::memcpy(cells + i * sizeof(T), &each, sizeof(T));
   }
   MarkPresent(PresentBits(column, chunk), from, at.offset + count);
-}
-
-template <class T, class Take>
-void RowStore::ReadPart(std::size_t column, Place at, std::size_t count, T forNull, Take take) const {
-  const Chunk& chunk = at.group[column];
-  const void* const same = &chunk.value;
-  T value{};
-  switch (chunk.kind) {
-    case ChunkKind::kSame:
-      std::memcpy(&value, same, sizeof(T));
-      for (std::size_t i = 0; i < count; ++i) take(i, at.offset + i < chunk.count ? value : forNull);
-      return;
-    case ChunkKind::kCoded:
-      for (std::size_t i = 0; i < count; ++i) {
-        const auto code = static_cast<std::size_t>(chunk.cells[at.offset + i]);
-        if (code != 0) std::memcpy(&value, CodedValue(chunk, code - 1), sizeof(T));
-        take(i, code != 0 ? value : forNull);
-      }
-      return;
-    case ChunkKind::kPlain:
-      for (std::size_t i = 0; i < count; ++i) {
-        std::memcpy(&value, chunk.cells + (at.offset + i) * sizeof(T), sizeof(T));
-        take(i, IsPresent(column, chunk, at.offset + i) ? value : forNull);
-      }
-      return;
-  }
 }
 
 }  // namespace platform

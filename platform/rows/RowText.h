@@ -13,22 +13,28 @@ class RowText {
  public:
   RowText() = default;
   // NOLINTNEXTLINE(google-explicit-constructor): whoever has a text gives it as it is
-  RowText(std::string_view text) : text_(text.data()), number_(text.size()) {}
+  RowText(std::string_view text) : at_(text.data()), number_(text.size() << 1U) {}
   // NOLINTNEXTLINE(google-explicit-constructor): the same
   RowText(const char* text) : RowText(std::string_view(text)) {}
-  RowText(const TextStore& store, TextStore::Id id) : store_(&store), number_(id) {}
+  RowText(const TextStore& store, TextStore::Id id) : at_(&store), number_(std::size_t{id} << 1U | kKept) {}
 
   std::string_view View() const {
-    return store_ == nullptr ? std::string_view(text_, number_) : store_->Text(Id());
+    if (IsKept()) return static_cast<const TextStore*>(at_)->Text(Id());
+    return {static_cast<const char*>(at_), number_ >> 1U};
   }
-  bool IsKeptIn(const TextStore& store) const { return store_ == &store; }
+  bool IsKeptIn(const TextStore& store) const { return at_ == &store && IsKept(); }
+  // A view of nothing, as it is in the beginning; an empty text that a store keeps is none.
+  bool IsEmptyView() const { return number_ == 0; }
   // Of a text that a store keeps.
-  TextStore::Id Id() const { return static_cast<TextStore::Id>(number_); }
+  TextStore::Id Id() const { return static_cast<TextStore::Id>(number_ >> 1U); }
 
  private:
-  const TextStore* store_ = nullptr;
-  const char* text_ = nullptr;
-  std::size_t number_ = 0;  // the view's size, or the id
+  static constexpr std::size_t kKept = 1;
+
+  bool IsKept() const { return (number_ & kKept) != 0; }
+
+  const void* at_ = nullptr;  // the text, or the store that keeps it
+  std::size_t number_ = 0;    // the text's size or its id, twice, and one more for one that is kept
 };
 
 }  // namespace platform

@@ -7,26 +7,9 @@
 #include <string_view>
 #include <vector>
 
-namespace platform {
+#include "platform/value/SameText.h"
 
-// Equal texts; quicker than the library for the short ones that rows are full of.
-inline bool SameText(std::string_view left, std::string_view right) {
-  const std::size_t size = left.size();
-  if (size != right.size()) return false;
-  if (size > 16) return std::memcmp(left.data(), right.data(), size) == 0;
-  if (size >= 8) {  // two words that overlap
-    std::uint64_t words[4];
-    std::memcpy(&words[0], left.data(), 8);
-    std::memcpy(&words[1], right.data(), 8);
-    std::memcpy(&words[2], left.data() + size - 8, 8);
-    std::memcpy(&words[3], right.data() + size - 8, 8);
-    return words[0] == words[1] && words[2] == words[3];
-  }
-  for (std::size_t i = 0; i < size; ++i) {
-    if (left[i] != right[i]) return false;
-  }
-  return true;
-}
+namespace platform {
 
 // Texts that are named by a 32-bit id. An id and the text behind it hold for the life of the store; nothing
 // is ever removed. Texts lie in blocks that are never moved. Each text is kept once while there are few; of

@@ -89,9 +89,7 @@ std::string_view TrimBlanks(std::string_view text) {
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-bool EqualsIgnoreCase(std::string_view left, std::string_view right) {
-  if (left.size() != right.size()) return false;
-  if (left == right) return true;  // names are nearly always written in one way
+bool detail::EqualsInAnyCase(std::string_view left, std::string_view right) {
   auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; };
   return std::ranges::equal(left, right, {}, lower, lower);
 }
@@ -137,6 +135,11 @@ std::string ToText(const Variant& value) {
       [](const std::string& text) { return text; },
       [&](const auto&) -> std::string { Mismatch(value, "text"); },
   });
+}
+
+std::string ToText(Variant&& value) {
+  if (auto* text = value.As<std::string>()) return std::move(*text);
+  return ToText(std::as_const(value));
 }
 
 double ToDouble(const Variant& value) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/value/SameText.h"
 #include "platform/value/Variant.h"
 
 namespace platform {
@@ -14,6 +15,8 @@ namespace platform {
 
 // Numbers as short as they read back to the same value, "True"/"False", dates as Date::ToText.
 std::string ToText(const Variant& value);
+// The same of a value that is not needed any more, which gives its text away.
+std::string ToText(Variant&& value);
 std::string NumberToText(double value);
 // A text must be a number as a whole, blanks around it skipped; true is -1; a date is its day count.
 double ToDouble(const Variant& value);
@@ -34,8 +37,15 @@ bool IsNumeric(const Variant& value);
 double LeadingNumber(std::string_view text);
 
 std::string_view TrimBlanks(std::string_view text);
+namespace detail {
+bool EqualsInAnyCase(std::string_view left, std::string_view right);  // of the same length
+}  // namespace detail
 // ASCII letters alike, everything else byte by byte: the comparison of names, keys and numbers of reports.
-bool EqualsIgnoreCase(std::string_view left, std::string_view right);
+inline bool EqualsIgnoreCase(std::string_view left, std::string_view right) {
+  if (left.size() != right.size()) return false;
+  if (SameText(left, right)) return true;  // nearly always written in one way
+  return MayDifferInCaseAlone(left, right) && detail::EqualsInAnyCase(left, right);
+}
 std::string ToUpperAscii(std::string_view text);
 std::string ToLowerAscii(std::string_view text);
 

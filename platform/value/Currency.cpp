@@ -144,27 +144,7 @@ std::string Currency::ToText() const {
   return text;
 }
 
-Currency Currency::operator-() const { return Currency() -= *this; }
-
-Currency& Currency::operator+=(Currency other) {
-  const std::int64_t b = other.units_;
-  if (b > 0 ? units_ > std::numeric_limits<std::int64_t>::max() - b
-            : units_ < std::numeric_limits<std::int64_t>::min() - b) {
-    Overflow();
-  }
-  units_ += b;
-  return *this;
-}
-
-Currency& Currency::operator-=(Currency other) {
-  const std::int64_t b = other.units_;
-  if (b < 0 ? units_ > std::numeric_limits<std::int64_t>::max() + b
-            : units_ < std::numeric_limits<std::int64_t>::min() + b) {
-    Overflow();
-  }
-  units_ -= b;
-  return *this;
-}
+void Currency::RaiseOverflow() { Overflow(); }
 
 Currency MultiplyDivide(Currency amount, std::int64_t numerator, std::int64_t denominator) {
   if (denominator == 0) throw Error(ErrorNumber::kDivisionByZero, "Currency", "division by zero");

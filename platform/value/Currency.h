@@ -35,14 +35,32 @@ class Currency {
   // As few decimals as the value needs: "-12.34", "7".
   std::string ToText() const;
 
-  Currency operator-() const;
-  Currency& operator+=(Currency other);
-  Currency& operator-=(Currency other);
+  Currency operator-() const { return Currency() -= *this; }
+  Currency& operator+=(Currency other) {
+    const std::int64_t b = other.units_;
+    if (b > 0 ? units_ > std::numeric_limits<std::int64_t>::max() - b
+              : units_ < std::numeric_limits<std::int64_t>::min() - b) {
+      RaiseOverflow();
+    }
+    units_ += b;
+    return *this;
+  }
+  Currency& operator-=(Currency other) {
+    const std::int64_t b = other.units_;
+    if (b < 0 ? units_ > std::numeric_limits<std::int64_t>::max() + b
+              : units_ < std::numeric_limits<std::int64_t>::min() + b) {
+      RaiseOverflow();
+    }
+    units_ -= b;
+    return *this;
+  }
   friend Currency operator+(Currency left, Currency right) { return left += right; }
   friend Currency operator-(Currency left, Currency right) { return left -= right; }
   friend constexpr auto operator<=>(Currency, Currency) = default;
 
  private:
+  [[noreturn]] static void RaiseOverflow();
+
   std::int64_t units_ = 0;
 };
 

@@ -83,11 +83,15 @@ class Variant {
   const T* As() const {
     return std::get_if<T>(&value_);
   }
+  template <class T>
+  T* As() {
+    return std::get_if<T>(&value_);
+  }
   // The object as a T; null when this holds nothing, no object, or an object of another class.
   template <class T>
   Ref<T> AsRef() const {
     const Ref<Object>* object = As<Ref<Object>>();
-    return object == nullptr ? Ref<T>() : Ref<T>(dynamic_cast<T*>(object->Get()));
+    return object == nullptr ? Ref<T>() : Ref<T>(ObjectAs<T>(object->Get()));
   }
   // The object; raises kObjectRequired for any other kind and kObjectNotSet for nothing.
   Object& AsObject() const;
@@ -132,24 +136,25 @@ struct ByReference {
 
 template <class... Arguments>
 Variant Object::InvokeWith(std::string_view member, CallKind kind, Arguments&&... arguments) {
-  std::array<Variant, sizeof...(Arguments)> values{Variant(arguments)...};
-  const detail::ByReference<Arguments...> handBack{values, std::tuple<Arguments&...>(arguments...)};
+  const std::tuple<Arguments&...> callers(arguments...);
+  std::array<Variant, sizeof...(Arguments)> values{Variant(std::forward<Arguments>(arguments))...};
+  const detail::ByReference<Arguments...> handBack{values, callers};
   return Invoke(member, kind, values);
 }
 
 template <class... Arguments>
 Variant Object::Call(std::string_view member, Arguments&&... arguments) {
-  return InvokeWith(member, CallKind::kMethod, arguments...);
+  return InvokeWith(member, CallKind::kMethod, std::forward<Arguments>(arguments)...);
 }
 
 template <class... Arguments>
 Variant Object::Get(std::string_view member, Arguments&&... arguments) {
-  return InvokeWith(member, CallKind::kGet, arguments...);
+  return InvokeWith(member, CallKind::kGet, std::forward<Arguments>(arguments)...);
 }
 
 template <class... Arguments>
 void Object::Put(std::string_view member, Arguments&&... arguments) {
-  InvokeWith(member, CallKind::kPut, arguments...);
+  InvokeWith(member, CallKind::kPut, std::forward<Arguments>(arguments)...);
 }
 
 }  // namespace platform

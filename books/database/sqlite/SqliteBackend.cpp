@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <mutex>
+#include <new>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -55,9 +56,31 @@ std::string Explain(int code, const std::string& name, const std::string& detail
   }
 }
 
+// The function gather(a, b, …) of a connection: an aggregate, so that the rows never leave the library's
+// loop. It belongs to the connection and puts them where the statement that is running wants them.
+struct Gathering {
+  std::vector<std::int64_t>* into = nullptr;
+};
+
+void GatherRow(sqlite3_context* context, int count, sqlite3_value** values) {
+  std::vector<std::int64_t>* const into = static_cast<Gathering*>(sqlite3_user_data(context))->into;
+  if (into == nullptr) return sqlite3_result_error(context, "gather() is not for statements with rows", -1);
+  try {
+    const std::size_t at = into->size();
+    into->resize(at + static_cast<std::size_t>(count));
+    std::int64_t* const row = into->data() + at;
+    for (int i = 0; i < count; ++i) row[i] = sqlite3_value_int64(values[i]);
+  } catch (const std::bad_alloc&) {
+    sqlite3_result_error_nomem(context);
+  }
+}
+
+void EndGathering(sqlite3_context* context) { sqlite3_result_null(context); }
+
 class Statement final : public StatementBackend {
  public:
-  Statement(StatementHandle handle, std::string name) : handle_(std::move(handle)), name_(std::move(name)) {}
+  Statement(StatementHandle handle, std::string name, std::shared_ptr<Gathering> gathering)
+      : handle_(std::move(handle)), name_(std::move(name)), gathering_(std::move(gathering)) {}
 
   void BindNull(int parameter) override { Expect(sqlite3_bind_null(Get(), parameter + 1)); }
   void BindInteger(int parameter, std::int64_t value) override {
@@ -76,6 +99,16 @@ class Statement final : public StatementBackend {
     if (code == SQLITE_ROW) return true;
     if (code != SQLITE_DONE) Raise(code);
     return false;
+  }
+  void Gather(std::vector<std::int64_t>& values) override {
+    struct Scope {
+      Gathering& gathering;
+      std::vector<std::int64_t>* outer;
+      ~Scope() { gathering.into = outer; }
+    };
+    const Scope scope{*gathering_, std::exchange(gathering_->into, &values)};
+    Step();
+    Reset(false);
   }
   void Reset(bool clear) override {
     sqlite3_reset(Get());
@@ -108,11 +141,15 @@ class Statement final : public StatementBackend {
 
   StatementHandle handle_;
   std::string name_;
+  std::shared_ptr<Gathering> gathering_;
 };
 
 class Connection final : public ConnectionBackend {
  public:
-  Connection(Handle handle, std::string name) : handle_(std::move(handle)), name_(std::move(name)) {}
+  Connection(Handle handle, std::string name) : handle_(std::move(handle)), name_(std::move(name)) {
+    Expect(sqlite3_create_function_v2(handle_.get(), "gather", -1, SQLITE_UTF8 | SQLITE_DIRECTONLY,
+                                      gathering_.get(), nullptr, GatherRow, EndGathering, nullptr));
+  }
 
   std::unique_ptr<StatementBackend> Prepare(std::string_view sql) override {
     sqlite3_stmt* raw = nullptr;
@@ -125,7 +162,7 @@ class Connection final : public ConnectionBackend {
     if (!statement || rest.find_first_not_of(" \t\r\n;") != std::string_view::npos) {
       Fail(name_ + ": exactly one statement was expected");
     }
-    return std::make_unique<Statement>(std::move(statement), name_);
+    return std::make_unique<Statement>(std::move(statement), name_, gathering_);
   }
   void RunScript(std::string_view sql) override {
     Expect(sqlite3_exec(handle_.get(), std::string(sql).c_str(), nullptr, nullptr, nullptr));
@@ -186,6 +223,7 @@ class Connection final : public ConnectionBackend {
     if (code != SQLITE_OK) Fail(Explain(code, name_, sqlite3_errmsg(handle_.get())));
   }
 
+  std::shared_ptr<Gathering> gathering_ = std::make_shared<Gathering>();  // outlives the handle
   Handle handle_;
   std::string name_;
   std::unique_ptr<StatementBackend> beginReading_;

@@ -96,7 +96,7 @@ class LedgerAhead {
     const auto at = static_cast<std::size_t>(period - first_);
     next_ = period + 1;
     const PeriodDays days = reader_.DaysOf(period);
-    Ref<Dictionary> answer = MakeRef<Dictionary>();
+    const Ref<Dictionary> answer = FreeAnswer();
     answer->Set("rsBegBal", ledger_.opening.Of(at));
     answer->Set("rsHappen", ledger_.happened.Of(at));
     answer->Set("rsEndBal", ledger_.closing.Of(at));
@@ -106,6 +106,13 @@ class LedgerAhead {
   }
 
  private:
+  // The last answer once more when its caller has let go of it, as it was made; otherwise a new one.
+  Ref<Dictionary> FreeAnswer() {
+    constexpr std::int32_t kKeys = 5;
+    const bool isFree = answer_ && answer_->Holders() == 1 && answer_->Count() == kKeys;
+    if (!isFree) answer_ = MakeRef<Dictionary>();
+    return answer_;
+  }
   void ReadAhead(std::int32_t itemId, std::int32_t period, const Variant& filter) {
     next_ = 0;
     // A range far beyond the book, as dates may give it, is read part by part.
@@ -121,6 +128,7 @@ class LedgerAhead {
   LedgerReader reader_;
   LedgerFilterMark mark_;
   ItemLedger ledger_;
+  Ref<Dictionary> answer_;
   std::int32_t itemId_ = 0;
   std::int32_t first_ = 0;
   std::int32_t last_ = -1;

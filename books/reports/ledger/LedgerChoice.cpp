@@ -45,10 +45,12 @@ std::int32_t LastPeriodOf(const Variant& filter) {
   return year > 0 ? schema::PeriodOf(year, NumberOf(asked, "EPeriod")) : 0;
 }
 
-// Asked for every period, so that keys are looked for where they stood before.
+// Asked for every period: at once for a filter that nobody has written to, and otherwise keys are looked for
+// where they stood before.
 bool LedgerFilterMark::Fits(const Variant& filter) const {
   const Ref<Dictionary> asked = filter.AsRef<Dictionary>();
   if (!asked) return std::ranges::all_of(values_, &Variant::IsEmpty);
+  if (asked->Now() == taken_) return true;
   const std::vector<Dictionary::Entry>& entries = asked->Entries();
   for (std::size_t i = 0; i < kKeys.size(); ++i) {
     const std::size_t place = places_[i];
@@ -60,6 +62,7 @@ bool LedgerFilterMark::Fits(const Variant& filter) const {
 
 void LedgerFilterMark::Take(const Variant& filter) {
   const Ref<Dictionary> asked = filter.AsRef<Dictionary>();
+  taken_ = asked ? asked->Now() : Dictionary::State();
   for (std::size_t i = 0; i < kKeys.size(); ++i) {
     values_[i] = asked ? asked->Value(kKeys[i]) : Variant();
     places_[i] = 0;

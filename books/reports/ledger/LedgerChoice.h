@@ -38,6 +38,7 @@ class LedgerFilterMark {
                                                             "EBatchNo",     "DataRightWhere", "EYear",
                                                             "EPeriod",      "Balance"};
 
+  platform::Dictionary::State taken_;
   std::array<platform::Variant, kKeys.size()> values_;
   std::array<std::size_t, kKeys.size()> places_{};  // where the keys stood among the filter's entries
 };

@@ -3,8 +3,7 @@
 // closing is the next one's opening. Goods that are costed by batch lie there batch by batch. The others lie
 // together: a batch of them has no cost of its own, and a sold-out one would be left with a rest of the
 // common cost. Before accounting began there is nothing; the balances of the period just before it are the
-// opening stock. Beyond the last stored balance nothing has moved. Movements are clustered by item and come
-// in the order of costing.
+// opening stock. Beyond the last stored balance nothing has moved.
 #include "books/reports/ledger/LedgerReader.h"
 
 #include <algorithm>
@@ -38,21 +37,14 @@ class Released {
   BillTexts& bills_;
 };
 
-// The warehouse is read only where some are left out: each column costs its time over millions of movements.
-std::string MovementSql(bool withWarehouse) {
-  return "SELECT date, bill_id, line, batch_id, aux_id, direction, quantity, amount" +
-         std::string(withWarehouse ? ", warehouse_id" : "") +
-         " FROM movement WHERE item_id = ? AND date >= ? AND date < ?"
-         " ORDER BY date, day_order, bill_id, direction, line";
-}
-
 constexpr std::string_view kBalanceSql = R"sql(
 SELECT warehouse_id, batch_id, quantity, amount FROM balance WHERE item_id = ? AND period = ?
 )sql";
 
 constexpr std::string_view kValuationSql = "SELECT valuation FROM item WHERE id = ?";
 
-constexpr std::string_view kBatchSql = R"sql(
+constexpr std::string_view kBatchSql = "SELECT id, number FROM batch WHERE item_id = ?";
+constexpr std::string_view kChosenBatchSql = R"sql(
 SELECT id, number, (? = '' OR number >= ?) AND (? = '' OR number <= ?) FROM batch WHERE item_id = ?
 )sql";
 
@@ -66,11 +58,11 @@ constexpr std::size_t kMostTexts = std::size_t{1} << 22U;
 
 LedgerReader::LedgerReader(services::Store& store)
     : store_(store),
-      movements_(store.Reading().Prepare(MovementSql(false))),
-      placedMovements_(store.Reading().Prepare(MovementSql(true))),
+      movements_(store.Reading()),
       balances_(store.Reading().Prepare(kBalanceSql)),
       valuation_(store.Reading().Prepare(kValuationSql)),
       itemBatches_(store.Reading().Prepare(kBatchSql)),
+      chosenBatches_(store.Reading().Prepare(kChosenBatchSql)),
       bills_(store.Reading()) {}
 
 // Within the transaction of a reading, so that what is kept and what is read are of the same moment.
@@ -132,13 +124,19 @@ TextStore::Id LedgerReader::ClassName(std::int32_t billClass) const {
 
 void LedgerReader::ReadBatches(std::int32_t itemId) {
   knowsBatches_ = true;
-  const Range& range = choice_->batches;
-  itemBatches_.Bind(range.from, range.from, range.to, range.to, itemId);
-  while (itemBatches_.Step()) {
-    batches_.push_back({.id = itemBatches_.Integer(0),
-                        .number = itemBatches_.Text(1),
+  const bool choosing = choice_->HasBatchRange();
+  Statement& rows = choosing ? chosenBatches_ : itemBatches_;
+  if (choosing) {
+    const Range& range = choice_->batches;
+    rows.Bind(range.from, range.from, range.to, range.to, itemId);
+  } else {
+    rows.Bind(itemId);
+  }
+  while (rows.Step()) {
+    batches_.push_back({.id = rows.Integer(0),
+                        .number = rows.Text(1),
                         .text = {},
-                        .chosen = itemBatches_.Boolean(2),
+                        .chosen = !choosing || rows.Boolean(2),
                         .quantity = {},
                         .amount = {}});
   }
@@ -205,22 +203,22 @@ void LedgerReader::AddClosing(bool withMoved) {
   }
 }
 
-void LedgerReader::AddMovement(std::int32_t itemId, const Statement& movement) {
-  if (!choice_->everyWarehouse && !choice_->HasWarehouse(movement.Integer(8))) return;
-  Batch* const batch = ChosenBatch(itemId, movement.Integer(3));
+void LedgerReader::AddMovement(std::int32_t itemId, const MovementRow& movement) {
+  if (!choice_->everyWarehouse && !choice_->HasWarehouse(movement.WarehouseId())) return;
+  Batch* const batch = ChosenBatch(itemId, movement.BatchId());
   if (batch == nullptr) return;
-  const bool isIn = movement.Int32(5) > 0;
-  const Quantity quantity = movement.GetQuantity(6);
-  const Currency amount = movement.Amount(7);
+  const bool isIn = movement.IsIn();
+  const Quantity quantity = movement.Quantity();
+  const Currency amount = movement.Amount();
   Batch& stock = StockOf(*batch);
   stock.quantity += isIn ? quantity : -quantity;
   stock.amount += isIn ? amount : -amount;
   stock.moved = true;
-  output_.AddMovement({.billId = movement.Int32(1),
-                       .line = movement.Int32(2),
-                       .date = movement.GetDate(0),
+  output_.AddMovement({.billId = movement.BillId(),
+                       .line = movement.Line(),
+                       .date = movement.Day(),
                        .batch = NumberOf(*batch),
-                       .auxName = AuxName(movement.Integer(4)),
+                       .auxName = AuxName(movement.AuxId()),
                        .isIn = isIn,
                        .quantity = quantity,
                        .amount = amount});
@@ -253,13 +251,15 @@ void LedgerReader::ReadItem(std::int32_t itemId, std::int32_t firstPeriod, std::
   output_.Begin();
   std::int32_t at = firstPeriod;
   begin(at);
-  Statement& movement = choice_->everyWarehouse ? movements_ : placedMovements_;
-  movement.Bind(itemId, DaysOf(firstPeriod).first, DaysOf(lastPeriod).past);
-  for (Date past = DaysOf(at).past; movement.Step(); AddMovement(itemId, movement)) {
-    for (const Date date = movement.GetDate(0); at < lastPeriod && date >= past; past = DaysOf(at).past) {
+  movements_.Read(itemId, DaysOf(firstPeriod).first, DaysOf(lastPeriod).past, !choice_->everyWarehouse);
+  Date past = DaysOf(at).past;
+  for (std::size_t i = 0; i < movements_.Count(); ++i) {
+    const MovementRow movement = movements_[i];
+    for (; at < lastPeriod && movement.Day() >= past; past = DaysOf(at).past) {
       end(at);
       begin(++at);
     }
+    AddMovement(itemId, movement);
   }
   for (; at < lastPeriod; begin(++at)) end(at);
   end(at);

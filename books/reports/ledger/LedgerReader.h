@@ -12,6 +12,7 @@
 #include "books/reports/ledger/BillTexts.h"
 #include "books/reports/ledger/LedgerChoice.h"
 #include "books/reports/ledger/LedgerOutput.h"
+#include "books/reports/ledger/MovementRows.h"
 #include "platform/rows/TextStore.h"
 
 namespace books::reports {
@@ -64,7 +65,7 @@ class LedgerReader {
   void ReadBatches(std::int32_t itemId);
   Batch* ChosenBatch(std::int32_t itemId, std::int64_t id);
   void ReadBalances(std::int32_t itemId, std::int32_t period);
-  void AddMovement(std::int32_t itemId, const database::Statement& movement);
+  void AddMovement(std::int32_t itemId, const MovementRow& movement);
   void SetBills();
   LedgerBalance BalanceOf(Batch& batch);
   void AddOpening();
@@ -74,11 +75,11 @@ class LedgerReader {
   platform::TextStore::Id ClassName(std::int32_t billClass) const;
 
   services::Store& store_;
-  database::Statement movements_;
-  database::Statement placedMovements_;  // with their warehouses
+  MovementRows movements_;
   database::Statement balances_;
   database::Statement valuation_;
   database::Statement itemBatches_;
+  database::Statement chosenBatches_;  // the same, and which of them a range of numbers takes in
 
   // As of `version_` of the book.
   std::int64_t version_ = 0;

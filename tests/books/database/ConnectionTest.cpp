@@ -230,6 +230,40 @@ TEST(Connection, RefusesWrongUse) {
   EXPECT_NO_THROW(connection.Prepare("SELECT 1;  "));
 }
 
+TEST(Connection, GathersTheRowsOfAStatement) {
+  Connection connection = Connection::OpenInMemory();
+  std::vector<std::int64_t> values = {7};
+  Statement rows = connection.Prepare(
+      "SELECT gather(column1, column2) FROM (VALUES (1, 9223372036854775807), (-2, NULL), (3, '4')) "
+      "WHERE column1 < ?");
+  rows.Bind(3);
+  rows.Gather(values);
+  EXPECT_EQ(values, (std::vector<std::int64_t>{7, 1, INT64_MAX, -2, 0})) << "behind what is there";
+  rows.Bind(4);
+  rows.Gather(values);
+  EXPECT_EQ(values.size(), 11U);
+  rows.Bind(-9);
+  rows.Gather(values);
+  EXPECT_EQ(values.size(), 11U) << "no rows";
+}
+
+TEST(Connection, RefusesToGatherOtherwise) {
+  Connection connection = Connection::OpenInMemory();
+  EXPECT_THROW(connection.Query("SELECT gather(1)").Step(), Error) << "nobody takes the rows";
+  connection.Execute("CREATE TABLE number (value INTEGER) STRICT");
+  connection.Execute("CREATE TRIGGER t AFTER INSERT ON number BEGIN SELECT gather(1); END");
+  EXPECT_THROW(connection.Execute("INSERT INTO number VALUES (1)"), Error) << "a book's own texts";
+  std::vector<std::int64_t> values;
+  Statement failing = connection.Prepare("SELECT gather(1, abs(?))");
+  failing.Bind(INT64_MIN);
+  EXPECT_THROW(failing.Gather(values), Error) << "an overflow in the middle";
+  EXPECT_THROW(connection.Query("SELECT gather(2)").Step(), Error) << "and nobody takes them afterwards";
+  failing.Bind(-5);
+  values.clear();
+  failing.Gather(values);
+  EXPECT_EQ(values, (std::vector<std::int64_t>{1, 5}));
+}
+
 TEST(Connection, TheSameTextServesTwiceAtOnce) {
   Connection connection = Connection::OpenInMemory();
   const std::string sql = "SELECT 1 UNION ALL SELECT 2";

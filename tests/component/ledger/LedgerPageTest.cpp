@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "component/ledger/LedgerPage.h"
-#include "platform/rows/StretchReader.h"
+#include "platform/rows/RowReader.h"
 #include "tests/component/ledger/LedgerDesk.h"
 
 namespace component {
@@ -88,10 +88,9 @@ TEST_F(LedgerPageTest, TextsOfItsSourceAreTakenByTheirIdsAndCutAllTheSame) {
   }
   const Ref<Recordset> page = NewLedgerRs(false);
   std::vector<LedgerRow> rows(2);
-  platform::StretchReader(*source, 0, 2).Texts(0, [&](std::size_t i, const platform::RowText& text) {
-    rows[i].voucherNo = text;
-    rows[i].billNo = text;
-  });
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    rows[i].voucherNo = rows[i].billNo = platform::RowReader(*source, i).KeptText(0);
+  }
   LedgerPage item(*page);
   item.ShareTexts(*source);
   for (const LedgerRow& row : rows) item.AddLedgerRow(row);

@@ -170,6 +170,11 @@ TEST(OperationTableTest, ByReference) {
   probe->Call("Fill", text, list, false);
   EXPECT_EQ(text, Variant("a!"));
   EXPECT_TRUE(list.AsRef<Vector>());
+
+  const std::string longText(40, 'x');
+  std::string kept = longText;
+  probe->Put("Text", kept);
+  EXPECT_EQ(kept, longText) << "a text that the caller keeps is copied";
 }
 
 TEST(OperationTableTest, ByReferenceAlsoWhenItRaises) {

@@ -90,6 +90,26 @@ TEST(DictionaryTest, Removing) {
   EXPECT_EQ(Told(dictionary), "a=1");
 }
 
+TEST(DictionaryTest, ItsStateTellsWhetherItWasWrittenTo) {
+  Dictionary dictionary;
+  const Dictionary other;
+  EXPECT_NE(dictionary.Now(), other.Now()) << "each has its own, empty or not";
+  Dictionary::State before = dictionary.Now();
+  auto changed = [&] { return std::exchange(before, dictionary.Now()) != dictionary.Now(); };
+  EXPECT_FALSE(changed());
+  dictionary.Set("a", 1);
+  EXPECT_TRUE(changed());
+  dictionary.Set("A", 1);
+  EXPECT_TRUE(changed()) << "also by what was there";
+  dictionary.Value("a");
+  dictionary.Remove("nix");
+  EXPECT_FALSE(changed());
+  dictionary.Remove("a");
+  EXPECT_TRUE(changed());
+  dictionary.RemoveAll();
+  EXPECT_TRUE(changed());
+}
+
 // Twelve keys are walked, more are indexed: the same rules on both sides and across the border.
 TEST(DictionaryTest, AgreesWithAPlainListOfAnySize) {
   std::mt19937 random(12);

@@ -10,8 +10,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/rows/RowAppender.h"
+#include "platform/rows/RowReader.h"
 #include "platform/rows/RowStore.h"
-#include "platform/rows/StretchReader.h"
 
 namespace platform {
 namespace {
@@ -94,25 +94,15 @@ class RowModel {
     rows_->TruncateTo(model_.size());
   }
 
-  // Reads stretches of any length, column by column.
-  void CompareStretches() {
-    for (std::size_t first = 0; first < model_.size();) {
-      const std::size_t count = std::min<std::size_t>(1 + Below(700), model_.size() - first);
-      const StretchReader rows(*rows_, first, count);
-      std::size_t read = 0;
+  // What a reader of rows sees, for which a null is 0 or an empty text.
+  void CompareReader() const {
+    for (std::size_t row = 0; row < model_.size(); ++row) {
+      const RowReader reader(*rows_, row);
       for (std::size_t column = 0; column < kColumns; ++column) {
-        rows.Integers(column, [&](std::size_t i, std::int32_t value) {
-          EXPECT_EQ(value, model_[first + i][column].value_or(0)) << kHabits[column].name;
-          ++read;
-        });
-        rows.Texts(kColumns + column, [&](std::size_t i, const RowText& text) {
-          const std::optional<std::int32_t>& value = model_[first + i][column];
-          EXPECT_EQ(text.View(), value ? std::to_string(*value) : std::string());
-          ++read;
-        });
+        const std::optional<std::int32_t>& value = model_[row][column];
+        ASSERT_EQ(reader.Integer(column), value.value_or(0)) << kHabits[column].name << " in row " << row;
+        ASSERT_EQ(reader.KeptText(kColumns + column).View(), value ? std::to_string(*value) : std::string());
       }
-      ASSERT_EQ(read, count * kColumns * 2);
-      first += count;
     }
   }
   void Compare() const {
@@ -154,7 +144,7 @@ TEST(RowStoreTest, ReadsAsAPlainListDoes) {
         ASSERT_NO_FATAL_FAILURE(rows.AppendAtOnce(rows.Below(static_cast<std::uint32_t>(most))));
       }
       ASSERT_NO_FATAL_FAILURE(rows.Compare());
-      ASSERT_NO_FATAL_FAILURE(rows.CompareStretches());
+      ASSERT_NO_FATAL_FAILURE(rows.CompareReader());
       if (rows.Below(2) == 0) rows.CutShort();
       ASSERT_NO_FATAL_FAILURE(rows.Compare());
     }
@@ -244,22 +234,19 @@ TEST(RowStoreTest, AStretchTakesAndGivesEveryType) {
   }
   EXPECT_EQ(rows->RecordCount(), 3);
   std::string read;
-  const StretchReader stretch(*rows, 1, 2);
-  for (const std::size_t column : {0U, 1U}) {
-    stretch.Integers(column, [&](std::size_t, std::int32_t number) { read += std::to_string(number) + " "; });
+  for (const std::size_t i : {1U, 2U}) {
+    const RowReader row(*rows, i);
+    for (const std::size_t column : {0U, 1U}) read += std::to_string(row.Integer(column)) + " ";
+    for (const std::size_t column : {1U, 2U, 3U, 4U}) read += std::to_string(row.Double(column)) + " ";
+    read += std::to_string(row.Amount(4).Units()) + " " + row.Day(5).ToText() + " '" +
+            std::string(row.KeptText(6).View()) + "'\n";
   }
-  for (const std::size_t column : {1U, 2U, 3U, 4U}) {
-    stretch.Doubles(column, [&](std::size_t, double number) { read += std::to_string(number) + " "; });
-  }
-  stretch.Amounts(4, [&](std::size_t, Currency amount) { read += std::to_string(amount.Units()) + " "; });
-  stretch.Days(5, [&](std::size_t, Date date) { read += date.ToText() + " "; });
-  stretch.Texts(6, [&](std::size_t, const RowText& text) { read += "'" + std::string(text.View()) + "' "; });
   EXPECT_EQ(read,
-            "1 2 100000 200000 100000.000000 200000.000000 0.500000 1.000000 1.000000 2.000000 0.000100 "
-            "0.000200 1 2 2026-03-01 2026-03-02 'text' '' ");
-  EXPECT_THROW(stretch.Days(6, [](std::size_t, Date) {}), Error);
-  EXPECT_THROW(stretch.Texts(1, [](std::size_t, const RowText&) {}), Error);
-  EXPECT_THROW(StretchReader(*rows, 1, 3), Error);
+            "1 100000 100000.000000 0.500000 1.000000 0.000100 1 2026-03-01 'text'\n"
+            "2 200000 200000.000000 1.000000 2.000000 0.000200 2 2026-03-02 ''\n");
+  EXPECT_THROW(RowReader(*rows, 1).Day(6), Error);
+  EXPECT_THROW(RowReader(*rows, 1).KeptText(1), Error);
+  EXPECT_THROW(RowReader(*rows, 3), Error);
 }
 
 TEST(RowStoreTest, RecordsetsThatShareTextsHandThemOnByTheirIds) {
@@ -279,9 +266,7 @@ TEST(RowStoreTest, RecordsetsThatShareTextsHandThemOnByTheirIds) {
   auto handOn = [&] {
     RowAppender row(*to);
     std::vector<RowText> read;
-    StretchReader(*from, 0, from->ViewCount()).Texts(0, [&](std::size_t, const RowText& text) {
-      read.push_back(text);
-    });
+    for (std::size_t i = 0; i < from->ViewCount(); ++i) read.push_back(RowReader(*from, i).KeptText(0));
     row.Fill(0, row.AddRows(read.size()), read.size(), [&](std::size_t i) { return read[i]; });
   };
   handOn();

@@ -335,14 +335,31 @@ TEST(ConvertTest, Questions) {
   }
 }
 
+TEST(ConvertTest, AValueThatIsNotNeededGivesItsTextAway) {
+  Variant text("a text that is too long to lie in the value itself");
+  const char* const place = text.As<std::string>()->data();
+  const std::string taken = ToText(std::move(text));
+  EXPECT_EQ(taken.data(), place);
+  EXPECT_EQ(ToText(Variant(7)), "7");
+  EXPECT_THROW(ToText(Variant(Null{})), Error);
+}
+
 TEST(ConvertTest, TextsWithoutCase) {
   struct Case {
     std::string left;
     std::string right;
     bool equal = false;
   };
-  const Case cases[] = {{"", "", true},           {"FName", "fNAME", true}, {"a1_é", "A1_é", true},
-                        {"FName", "FNam", false}, {"é", "É", false},        {"[", "{", false}};
+  const Case cases[] = {{"", "", true},
+                        {"FName", "fNAME", true},
+                        {"a1_é", "A1_é", true},
+                        {"TOVMtsCacheService.CacheFacade", "tovmtscacheservice.cachefacade", true},
+                        {"FName", "FNam", false},
+                        {"é", "É", false},
+                        {"[", "{", false},
+                        {"rsBegBal", "rsEndBal", false},
+                        {"FItem[01]", "FItem{01}", false},
+                        {"FItemName1", "FItemName2", false}};
   for (const Case& row : cases) {
     SCOPED_TRACE(row.left + " and " + row.right);
     EXPECT_EQ(EqualsIgnoreCase(row.left, row.right), row.equal);

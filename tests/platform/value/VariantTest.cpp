@@ -68,6 +68,10 @@ TEST(VariantTest, Objects) {
   EXPECT_TRUE(Variant(nullptr).IsNothing());
   EXPECT_FALSE(Variant(nullptr).AsRef<Vector>());
   EXPECT_FALSE(Variant("text").AsRef<Vector>());
+  EXPECT_EQ(ObjectAs<Vector>(&value.AsObject()), &value.AsObject());
+  EXPECT_EQ(ObjectAs<Object>(&value.AsObject()), &value.AsObject()) << "of a class that others derive from";
+  EXPECT_EQ(ObjectAs<Dictionary>(&value.AsObject()), nullptr);
+  EXPECT_EQ(ObjectAs<Dictionary>(nullptr), nullptr);
 
   EXPECT_EQ(Raised([] { Variant(nullptr).AsObject(); }).Number(), ErrorNumber::kObjectNotSet);
   const Error error = Raised([] { Variant("text").AsObject(); });

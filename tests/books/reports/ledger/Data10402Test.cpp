@@ -345,6 +345,19 @@ TEST_F(Data10402Test, AChangedFilterOrAnEarlierPeriodIsReadAnew) {
   EXPECT_THAT(Closing(*Period(kCandy, 2025, 2, filter)), IsEmpty()) << "another item";
 }
 
+// What is answered once is never made anew under the hands of a caller who keeps it.
+TEST_F(Data10402Test, AnAnswerThatIsKeptStaysAsItIs) {
+  const Ref<Dictionary> filter = FilterOf({{"EYear", 2025}, {"EPeriod", 2}});
+  const Ref<Dictionary> january = Period(kJuice, 2025, 1, filter);
+  const std::vector<std::string> closing = Closing(*january);
+  const Ref<Recordset> february = Period(kJuice, 2025, 2, filter)->Value("rsEndBal").AsRef<Recordset>();
+  const auto rows = february->ViewCount();
+  EXPECT_EQ(Closing(*january), closing);
+  Period(kCandy, 2025, 1, filter)->Set("FOwn", "a key of the caller");
+  EXPECT_EQ(february->ViewCount(), rows);
+  EXPECT_EQ(Period(kCandy, 2025, 2, filter)->Count(), 5);
+}
+
 // A page with a single movement looks its one bill up; that must not hold on to the picture it was read from.
 TEST_F(Data10402Test, WhatIsWrittenAfterAPageIsInTheNextOne) {
   const Ref<Dictionary> filter =
