@@ -36,7 +36,7 @@ LedgerBatch::LedgerBatch(const Request& request, PeriodData& data, LedgerProgres
                          Recordset& breaks, Fetch fetch)
     : request_(request),
       data_(data),
-      progress_(progress),
+      progress_(std::move(progress)),
       page_(page),
       breaks_(breaks),
       fetch_(std::move(fetch)),

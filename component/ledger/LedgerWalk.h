@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <utility>
 
 #include "component/ledger/LedgerProgress.h"
 #include "component/ledger/PeriodRows.h"
@@ -51,7 +52,7 @@ class LedgerWalk {
   LedgerWalk(const Item& item, PeriodData& data, LedgerProgress progress, LedgerPage& page)
       : item_(item),
         data_(data),
-        progress_(progress),
+        progress_(std::move(progress)),
         page_(page),
         rows_(data, PeriodRows::Differences::kLeftOut,
               [&page](const LedgerRow& row) { page.AddLedgerRow(row); }) {}
