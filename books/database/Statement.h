@@ -73,8 +73,8 @@ class Statement {
     backend_->Reset(false);
   }
   // For very many rows of whole numbers: a statement `SELECT gather(column, …) FROM …` runs to its end and
-  // adds the values of all rows to `values`, row after row, at about two thirds of what stepping through them
-  // costs. They come as they are met: an order that matters is the caller's to see to.
+  // adds the values of all rows to `values`, row after row, at about three quarters of what stepping through
+  // them costs. They come as they are met: an order that matters is the caller's to see to.
   void Gather(std::vector<std::int64_t>& values) { backend_->Gather(values); }
   void Reset() { backend_->Reset(true); }
 

@@ -102,8 +102,7 @@ void LedgerBatch::RunByPeriod() {
     data_.lastDay = platform::ToDate(KeyedAnswer(answer).Value("EDate")).AddDays(-1);
     if (request_.items->RecordCount() == 0) return;
     for (request_.items->MoveFirst(); !request_.items->AtEnd(); request_.items->MoveNext()) {
-      progress_.Message(ResString("正在计算") + std::to_string(year) + ResString("年第") +
-                        std::to_string(period) + ResString("期物料") + ItemText("FName") + ResString("..."));
+      progress_.BeginItem(year, period, ItemText("FName"));
       AddItemPeriod(tables, "FitemID=" + ItemText("FItemID"), year, period);
       AddBreak();
     }

@@ -14,8 +14,8 @@ LedgerProgress::LedgerProgress(Bar& bar)
       ofYear_(ResString("年第")),
       periodData_(ResString("期数据...")) {}
 
-// "正在计算2024年第3期数据..." of its first words.
-void LedgerProgress::TellPeriod(const std::string& begin, std::int16_t year, std::int16_t period) {
+// "正在计算2024年第3" of its first words.
+void LedgerProgress::ComposePeriod(const std::string& begin, std::int16_t year, std::int16_t period) {
   auto append = [this](std::int16_t number) {
     char digits[8];
     message_.append(digits, std::to_chars(std::begin(digits), std::end(digits), number).ptr);
@@ -24,6 +24,10 @@ void LedgerProgress::TellPeriod(const std::string& begin, std::int16_t year, std
   append(year);
   message_ += ofYear_;
   append(period);
+}
+
+void LedgerProgress::TellPeriod(const std::string& begin, std::int16_t year, std::int16_t period) {
+  ComposePeriod(begin, year, period);
   message_ += periodData_;
   bar_.SetMsg(message_);
 }
@@ -42,6 +46,13 @@ void LedgerProgress::BeginRows(std::int16_t year, std::int16_t period, std::int3
   bar_.SetBarMaxValue(rowCount == 0 ? 1 : rowCount);
   bar_.SetBarValue(0);
   TellPeriod(calculating_, year, period);
+}
+
+void LedgerProgress::BeginItem(std::int16_t year, std::int16_t period, const std::string& name) {
+  if (!bar_.IsUp()) return;
+  ComposePeriod(calculating_, year, period);
+  message_ += ResString("期物料") + name + ResString("...");
+  bar_.SetMsg(message_);
 }
 
 void LedgerProgress::Range(std::int32_t most) {

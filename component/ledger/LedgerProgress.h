@@ -20,6 +20,8 @@ class LedgerProgress {
   void BeginFetch(std::int16_t year, std::int16_t period);
   // The bar runs to `rowCount`, to 1 when there is none.
   void BeginRows(std::int16_t year, std::int16_t period, std::int32_t rowCount);
+  // The same of one item among all.
+  void BeginItem(std::int16_t year, std::int16_t period, const std::string& name);
   void Range(std::int32_t most);
   void ShowBar() {
     if (bar_.IsUp()) bar_.ShowProgBar();
@@ -33,6 +35,7 @@ class LedgerProgress {
   }
 
  private:
+  void ComposePeriod(const std::string& begin, std::int16_t year, std::int16_t period);
   void TellPeriod(const std::string& begin, std::int16_t year, std::int16_t period);
 
   Bar& bar_;

@@ -50,9 +50,9 @@ TEST(MovementRowsTest, ReadsTheDaysOfAnItem) {
   for (const bool withWarehouse : {false, true}) {
     rows.Read(test::tiny::kJuice, Date::Of(2025, 1, 1), Date::Of(2025, 2, 1), withWarehouse);
     database::Statement expected = book.Query(
-        "SELECT date, bill_id, line, direction, quantity, amount, batch_id, aux_id, warehouse_id FROM "
-        "movement "
-        "WHERE item_id = ? AND date BETWEEN ? AND ? ORDER BY date, day_order, bill_id, direction, line",
+        "SELECT date, bill_id, line, direction, quantity, amount, batch_id, aux_id, warehouse_id "
+        "FROM movement WHERE item_id = ? AND date BETWEEN ? AND ? "
+        "ORDER BY date, day_order, bill_id, direction, line",
         static_cast<std::int64_t>(test::tiny::kJuice), Date::Of(2025, 1, 1), Date::Of(2025, 1, 31));
     for (std::size_t i = 0; i < rows.Count(); ++i, ++movements) {
       ASSERT_TRUE(expected.Step());
